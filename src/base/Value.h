@@ -1,0 +1,81 @@
+#pragma once
+
+#include "base/Object.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace base {
+
+/// A point in local calendar time, as the classic automation date: days since 1899-12-30, the time of day in
+/// the fraction (for negative dates the fraction still counts forward from midnight). Range: years 100 to
+/// 9999.
+struct Date {
+    double days = 0;
+    friend auto operator<=>(const Date&, const Date&) = default;
+};
+
+/// A value of any kind: empty, boolean, 32-bit integer, double, text (UTF-8), date or object.
+///
+/// Conversions follow the classic desktop-automation rules. They throw ComponentError TypeMismatch where the
+/// content has no such meaning and Overflow where it does not fit.
+class Value {
+public:
+    enum class Kind { Empty, Boolean, Integer, Double, Text, Date, Object };
+
+    Value() = default;
+    Value(bool value) : content_(value) {}
+    Value(std::int32_t value) : content_(value) {}
+    Value(double value) : content_(value) {}
+    Value(Date value) : content_(value) {}
+    Value(std::string value) : content_(std::move(value)) {}
+    Value(std::string_view value) : content_(std::string(value)) {}
+    Value(const char* value) : content_(std::string(value)) {}
+    Value(std::shared_ptr<Object> value) : content_(std::move(value)) {}
+
+    Kind GetKind() const noexcept { return static_cast<Kind>(content_.index()); }
+    bool IsEmpty() const noexcept { return GetKind() == Kind::Empty; }
+
+    /// Empty is False; numbers are True unless 0; "True"/"False" in any letter case; other text as a number.
+    bool ToBoolean() const;
+    /// Rounds halves to even; True is -1; Empty is 0; text is read as a number, blanks around it ignored.
+    std::int32_t ToInteger() const;
+    double ToDouble() const;
+    /// "True"/"False"; numbers in their shortest decimal form; dates as "m/d/yyyy h:mm:ss AM" (a part that is
+    /// zero is left out); Empty is "".
+    std::string ToText() const;
+    /// Text is read as ISO ("2024-03-01", "2024-03-01T14:05:00") or as month/day/year, day month-name year,
+    /// with an optional time; numbers are days.
+    Date ToDate() const;
+    /// The object, null for an empty reference. TypeMismatch for any other kind.
+    std::shared_ptr<Object> ToObject() const;
+
+    /// The text itself when the value holds text, else null: saves the copy that ToText makes.
+    const std::string* TextIfAny() const noexcept { return std::get_if<std::string>(&content_); }
+
+    /// Compares as values of any kind: text counts when it reads as a number; Empty counts as 0; a text that
+    /// is no number, or an object, equals no number. Never throws.
+    bool EqualsNumber(double number) const noexcept;
+
+private:
+    std::variant<std::monostate, bool, std::int32_t, double, std::string, Date, std::shared_ptr<Object>>
+        content_;
+};
+
+/// The number at the start of a text (blanks skipped, rest ignored), 0 when there is none: never fails.
+double LeadingNumber(std::string_view text) noexcept;
+
+/// Calendar fields of a date in the proleptic Gregorian calendar.
+struct CalendarTime {
+    int year = 1899, month = 12, day = 30; // month and day from 1
+    int hour = 0, minute = 0, second = 0;
+};
+/// Rounded to the nearest second.
+CalendarTime ToCalendar(Date date);
+/// TypeMismatch for a day or time that does not exist; Overflow outside years 100 to 9999.
+Date FromCalendar(const CalendarTime& time);
+
+} // namespace base

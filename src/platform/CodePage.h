@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// The ANSI code page at the border to files, registry and operating-system records: 1252 unless the
+/// environment variable ARVON_CODE_PAGE names another.
+class CodePage {
+public:
+    virtual ~CodePage() = default;
+    static std::unique_ptr<CodePage> Create();
+
+    /// Bytes to UTF-8; a byte without meaning becomes U+FFFD.
+    virtual std::string FromAnsi(std::string_view bytes) const = 0;
+    /// UTF-8 to bytes; a character outside the code page becomes "?".
+    virtual std::string ToAnsi(std::string_view text) const = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace platform {
+
+class FilePaths;
+
+/// Predefined roots.
+inline constexpr std::uint32_t HkeyLocalMachine = 0x80000002;
+inline constexpr std::uint32_t HkeyCurrentUser = 0x80000001;
+
+/// Result codes of the registry operations.
+namespace registryResult {
+inline constexpr std::int32_t Success = 0;
+inline constexpr std::int32_t NotFound = 2;
+inline constexpr std::int32_t AccessDenied = 5;
+inline constexpr std::int32_t InvalidHandle = 6;
+inline constexpr std::int32_t MoreData = 234;
+} // namespace registryResult
+
+inline constexpr std::uint32_t KeyQueryValue = 1;
+inline constexpr std::uint32_t KeySetValue = 2;
+inline constexpr std::uint32_t RegSz = 1;
+
+using RegistryKey = std::uintptr_t;
+
+/// The four registry operations used, with the system's result codes. Texts are ANSI bytes (see CodePage).
+class Registry {
+public:
+    virtual ~Registry() = default;
+    /// On Linux: the file registry.reg of the installation, read and written whole.
+    static std::unique_ptr<Registry> Create(const FilePaths& paths);
+
+    virtual std::int32_t OpenKey(std::uint32_t hive, std::string_view subKey, std::uint32_t access,
+                                 RegistryKey& key) = 0;
+    /// `size` is the buffer's size in bytes going in and the value's size (with its NUL) coming out; MoreData
+    /// when it does not fit.
+    virtual std::int32_t QueryValue(RegistryKey key, std::string_view name, std::uint32_t& type,
+                                    std::span<char> buffer, std::uint32_t& size) = 0;
+    virtual std::int32_t SetValue(RegistryKey key, std::string_view name, std::uint32_t type,
+                                  std::span<const char> data) = 0;
+    virtual std::int32_t CloseKey(RegistryKey key) = 0;
+};
+
+} // namespace platform
