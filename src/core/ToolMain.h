@@ -1,0 +1,349 @@
+#pragma once
+
+#include "base/Collection.h"
+#include "base/ComponentError.h"
+#include "core/contract/Framework.h"
+#include "platform/Services.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Contents: one section a source file, in this order, state last.
+//
+//   core/Creation.cpp            creation and release
+//   core/Loading.cpp             into the host and out of it again
+//   core/HostInterfaces.cpp      properties of the host's interfaces, subscribers, permissions
+//   core/RequestDispatch.cpp     messages in; the table of requests
+//   core/Requests.cpp            requests that need no other section
+//   core/EventDispatch.cpp       the table of event kinds; ends of programs
+//   core/Senders.cpp             messages out
+//   core/ErrorReports.cpp        guards, error reports, diagnostics
+//   core/ResourceStrings.cpp     texts of the host's string module
+//   core/LoadedTools.cpp         tools leaving the host
+//   catalogue/ToolCatalogue.cpp  which tools are listed
+//   catalogue/ToolList.cpp       rows of "lvTools"
+//   catalogue/ToolOrder.cpp      sorting and the stored order
+//   catalogue/MenusAndButtons.cpp  tool items of menu, toolbar and context menu
+//   catalogue/MenuEvents.cpp     clicks on menu items and buttons
+//   catalogue/TabsAndNodes.cpp   nodes of "tabQRV", node and tab events
+//   catalogue/UpdatesComponent.cpp  what is shown of "Qillo110"
+//   options/OptionsStore.cpp     options read and written
+//   options/OptionsView.cpp      the options dialog
+//   options/PrinterList.cpp      printers
+//   options/Locale.cpp           language and font
+//   options/PricingOptions.cpp   what the profile lets the user see
+//   launch/ToolLaunch.cpp        starting a program
+//   launch/TaskPane.cpp          tasks and list-item events
+//   launch/ToolRemoval.cpp       removing a program
+//   launch/UpdatesView.cpp       updates
+
+namespace kvtm {
+
+class OptionsDocument;
+class ToolOptions;
+
+/// A record of the host and the component's ordered view of such records.
+using ToolRecord = std::shared_ptr<arvon::IToolRecord>;
+using ToolCollection = base::Collection<ToolRecord>;
+
+using MessageRef = std::shared_ptr<arvon::IMessage>;
+using RequestRef = std::shared_ptr<arvon::IRequest>;
+using EventRef = std::shared_ptr<arvon::IEvent>;
+
+/// The tool manager: the one object that the host creates, loads and then talks to by messages only.
+///
+/// Life cycle:
+///   1. Create: fields at their defaults, IsLoaded False.
+///   2. The host sets IProfile.ID, IProfile.Tasks and ISecure.Key.
+///   3. ITool.Load: listener registered, views, tab, node and menu added; IsLoaded True. A failing host call
+///   ends it
+///      with that error, and what was added before stays.
+///   4. Messages arrive through IMessageListener.ReceiveMessage, one inside another where a send of the
+///   component's
+///      own makes the host answer with a message.
+///   5. ITool.Unload: what was added is taken down, but for the view "ocxToolsUpdate", the tab "tabQRV" and
+///   the
+///      listener, which stay with the host; IsLoaded False. Load may follow again.
+///
+/// Everything runs on the host's user-interface thread. Delivery is synchronous: every send is a point where
+/// the world may change.
+class ToolMain final : public arvon::ITool,
+                       public arvon::IMessageListener,
+                       public arvon::IProfile,
+                       public arvon::ISecure,
+                       public std::enable_shared_from_this<ToolMain> {
+public:
+    static std::shared_ptr<ToolMain> Create(arvon::ISupport& support, platform::Services services);
+    ~ToolMain() override;
+
+    // host interfaces: the bodies are the private procedures of the same names
+    bool IsLoaded() const override { return ITool_IsLoaded(); }
+    bool Load(const std::shared_ptr<arvon::IFramework>& framework) override { return ITool_Load(framework); }
+    void Unload() override { ITool_Unload(); }
+    std::string id() const override { return IMessageListener_id(); }
+    std::string ReceiveMessage(const MessageRef& message) override {
+        return IMessageListener_ReceiveMessage(message);
+    }
+    base::Value ID() const override { return m_vProfileID; }
+    void SetID(base::Value id) override { m_vProfileID = std::move(id); }
+    std::shared_ptr<arvon::IProfileTasks> Tasks() const override { return m_oTasks; }
+    void SetTasks(std::shared_ptr<arvon::IProfileTasks> tasks) override { m_oTasks = std::move(tasks); }
+    std::shared_ptr<arvon::IFramework> Framework() const override { return nullptr; }
+    void SetFramework(const std::shared_ptr<arvon::IFramework>&) override {} // nothing is kept
+    base::Value Key() const override { return m_vKey; }
+    void SetKey(base::Value key) override { m_vKey = std::move(key); }
+
+    /// Remembers a tool that is to hear of new options. Known identifiers (exact) are not added twice.
+    void AddSubscriber(std::string_view sToolID);
+
+    /// Sends a request to a listener and returns its reply. Empty text, and nothing sent, for a destination
+    /// that nobody registered; empty text and an error report when the delivery fails.
+    std::string SendRequestMessage(const RequestRef& oRequest, std::string_view sDest);
+
+    /// Records one call's length (in the caller's unit) with the benchmark recorder. `sPars`: further
+    /// elements, formatted by the caller.
+    void AddBenchmark(std::string_view sMethod, double lLengthInCall, std::string_view sTypeName,
+                      std::string_view sPars);
+
+    /// Text of the host's string module "Tools" by number; what the framework gives under the number when the
+    /// module lacks it; empty without a module; "Missing String:" and the number when that fails. Never
+    /// throws.
+    std::string LoadResString(std::int32_t lResID);
+
+    /// A sorted copy of the listed tools, without keys. `blnCompareNumeric`: compare as dates. Throws what
+    /// reading or converting a property throws.
+    ToolCollection Sort(std::string_view strPropertyName, bool bDescend, bool blnCompareNumeric);
+
+private:
+    friend struct ToolMainProbe; // the tests' way to single procedures
+
+    // core/Creation.cpp
+    ToolMain(arvon::ISupport& support, platform::Services services);
+
+    // core/Loading.cpp
+    bool ITool_Load(const std::shared_ptr<arvon::IFramework>& framework);
+    void ITool_Unload();
+    void AddControlView(std::string_view name, std::string_view control);
+    void AddToolListView();
+    std::shared_ptr<arvon::ITab> AddToolsTab();
+    void AddToolsNode(arvon::ITab& tab);
+    void AddToolsMenu();
+
+    // core/HostInterfaces.cpp
+    bool ITool_IsLoaded() const;
+    std::string IMessageListener_id() const;
+    bool HasTask(std::string_view sTaskName, std::string_view sSecond) const;
+
+    // core/RequestDispatch.cpp
+    std::string IMessageListener_ReceiveMessage(const MessageRef& message);
+    std::string HandleRequest(const RequestRef& request);
+
+    // core/Requests.cpp
+    void Answer_GetResourceModule(const RequestRef& request, std::string& reply);
+    void Answer_GetToolProperties(const RequestRef& request, std::string& reply);
+    void Answer_SaveToolProperties(const RequestRef& request, std::string& reply);
+    void Answer_CancelToolProperties(const RequestRef& request, std::string& reply);
+    void Answer_LaunchTool(const RequestRef& request, std::string& reply);
+    void Answer_Initialize(const RequestRef& request, std::string& reply);
+    void Answer_UnloadTool(const RequestRef& request, std::string& reply);
+    void Answer_UnloadUpdateView(const RequestRef& request, std::string& reply);
+    void Answer_InitializeOptions(const RequestRef& request, std::string& reply);
+    void Answer_GetOptionData(const RequestRef& request, std::string& reply);
+    void Answer_UpdateOptions(const RequestRef& request, std::string& reply);
+    void Answer_UnloadOptionsTool(const RequestRef& request, std::string& reply);
+    void Answer_EnumPrinters(const RequestRef& request, std::string& reply);
+    void Answer_LoadedVantors(const RequestRef& request, std::string& reply);
+    void Answer_SelectFixedTab(const RequestRef& request, std::string& reply);
+    void Answer_GetResourcePath(const RequestRef& request, std::string& reply);
+    void Answer_SetOptionValue(const RequestRef& request, std::string& reply);
+    void Answer_GetOptionValue(const RequestRef& request, std::string& reply);
+    /// The listed tool whose `Name` equals m_sLastNodeKey; null when there is none. Unreadable records are
+    /// skipped.
+    ToolRecord ListedToolOfLastNode();
+
+    // core/EventDispatch.cpp
+    void HandleEvent(const EventRef& event);
+    void HandleProcessEvent(const EventRef& event);
+    void ForgetProcess(std::int32_t lPID);
+
+    // core/Senders.cpp
+    std::string SendEventMessage(const EventRef& oEvent, std::string_view sDest);
+    std::string SendRequestToOwner(const RequestRef& oRequest, std::string_view sDest);
+    std::int32_t GetWindowHandle();
+    void RefreshZarnMenus();
+    MessageRef NewEnvelope(arvon::MessageType type, std::string_view sDest, std::string body);
+    RequestRef NewRequest(std::string_view type);
+    EventRef NewEvent(std::string_view name, std::int32_t category, std::int32_t level);
+
+    // core/ErrorReports.cpp
+    std::string FullProcName(std::string_view sProc) const;
+    /// Sends the event "ErrorMessage" to "SnapIn", unless the error's number is 0. Not guarded itself.
+    void ReportError(const base::ComponentError& error, std::string_view sProcName);
+    /// Reports the exception in flight under the full name of `sProc`.
+    void ReportErrorInFlight(std::string_view sProc);
+    void DebugTrace(std::string_view sProcName, std::string_view sMessage, bool bFlag);
+    /// Runs a procedure's body; a failure is reported once under `sProc`, and the neutral value returned.
+    template <class Result, class Body> Result Guarded(std::string_view sProc, Result neutral, Body&& body) {
+        try {
+            return body();
+        } catch (...) {
+            ReportErrorInFlight(sProc);
+            return neutral;
+        }
+    }
+    template <class Body> void Guarded(std::string_view sProc, Body&& body) {
+        try {
+            body();
+        } catch (...) {
+            ReportErrorInFlight(sProc);
+        }
+    }
+    /// Runs a step whose failure is nobody's concern; false when it failed.
+    template <class Step> static bool Skipping(Step&& step) noexcept {
+        try {
+            step();
+            return true;
+        } catch (...) {
+            return false;
+        }
+    }
+    /// An error of the component's own: number 0x80040000 + `number`, source FullProcName(`sProc`).
+    base::ComponentError OwnError(std::int32_t number, std::string_view sProc, std::string description) const;
+
+    // core/ResourceStrings.cpp
+    std::string TextOfResource(std::int32_t lResID);
+
+    // core/LoadedTools.cpp
+    void Request_UnloadTool(const RequestRef& request);
+    void RemoveToolFromLoadedToolsCollection(std::string_view sName);
+    /// The framework's loaded tool object of that product-data key, letter case ignored; null when there is
+    /// none.
+    std::shared_ptr<arvon::ILoadedTool> FindLoadedTool(std::string_view sVrex);
+    void TellWorkflow(std::string_view sName);
+
+    // catalogue/ToolCatalogue.cpp
+    std::int32_t CountToolsInCatalog(bool notify);
+    bool LoadToolsCollection();
+    ToolCollection& ListedTools(); // created empty when first needed
+
+    // catalogue/ToolList.cpp
+    void LoadTools(std::string_view tabKey, bool useListedTools);
+    bool LoadToolIntoListView(const ToolRecord& tool, arvon::IListView& list, std::string_view dateFormat);
+    /// The record of the list's current row; null when there is no row or no such record.
+    ToolRecord SelectedTool();
+
+    // catalogue/ToolOrder.cpp
+    void SortTools(std::string_view propertyName, std::string_view direction, bool selectTab);
+    bool SetToolOrder();
+
+    // catalogue/MenusAndButtons.cpp
+    bool AddMenu(arvon::IMenu& parent, const ToolRecord& tool, bool previous);
+    bool AddButton(const ToolRecord& tool, std::size_t position);
+    bool BuildToolMenu(arvon::IMenu& parent, bool useListedTools);
+    bool BuildToolButtons(bool useListedTools);
+    void RebuildToolMenus(bool useListedTools);
+    bool SetMenus(bool enabled);
+    void BuildContextMenu();
+
+    // catalogue/MenuEvents.cpp
+    void HandleMenuEvent(const EventRef& event);
+    void HandleButtonEvent(const EventRef& event);
+
+    // catalogue/TabsAndNodes.cpp
+    void HandleNodeEvent(const EventRef& event);
+    void HandleTabEvent(const EventRef& event);
+    void BuildToolNodes(std::string_view parentKey, bool useListedTools);
+    void RefreshToolsNode(bool selectTab);
+
+    // catalogue/UpdatesComponent.cpp
+    void ShowOptions();
+    void PrepareUpdatesBanner();
+    void LoadUpdatesComponent(); // "Qillo110", unless the host has it loaded
+
+    // options/OptionsStore.cpp
+    std::string getOptionData(std::string_view sToolID);
+    std::string GetOptionValue(const RequestRef& request);
+    std::string SetOptionValue(const RequestRef& request);
+    std::string SetOptionDefault(std::string_view sToolID, std::string_view sOptionName,
+                                 std::string_view sOptionValue);
+    void NewOptions(std::string_view sOptionsXML);
+    /// GetOptionValue for the component's own use.
+    std::string ReadOption(std::string_view sToolID, std::string_view sOptionName);
+
+    // options/OptionsView.cpp
+    bool LoadOptionsForView();
+    void ShowOptionsView();
+    void UpdateOptions(const RequestRef& request);
+
+    // options/PrinterList.cpp
+    std::int32_t GetPlatformId();
+    base::Collection<std::string> GetPrinters(std::int32_t platformId);
+    bool IsDefaultPrinter(std::string_view printerName);
+    std::string EnumPrinters();
+
+    // options/Locale.cpp
+    void SetNewLang(std::string_view language);
+    void GetLocaleProps();
+
+    // options/PricingOptions.cpp
+    void SetSecureOptions(OptionsDocument& document);
+
+    // launch/ToolLaunch.cpp
+    std::string LaunchTool(const RequestRef& request);
+    /// LaunchTool with a request that names the tool.
+    std::string LaunchToolByName(std::string_view sToolName);
+
+    // launch/TaskPane.cpp
+    void CreateTaskViews();
+    void HandleTaskEvent(const EventRef& event);
+    void HandleListItemEvent(const EventRef& event);
+
+    // launch/ToolRemoval.cpp
+    void RemoveTool(std::string_view sVrex, std::string_view sName, std::string_view sUnused,
+                    std::string_view sProgramType);
+
+    // launch/UpdatesView.cpp
+    void OpenUpdateToolsView();
+    void RequestUpdates(bool bShowNew);
+
+    // state of core
+    const platform::Services m_oServices;
+    std::shared_ptr<arvon::IFramework> m_oFramework; // kept by Unload
+    std::shared_ptr<arvon::IProfileTasks> m_oTasks;  // may be empty
+    base::Value m_vProfileID;                        //
+    base::Value m_vKey;                              // the host's; read by nobody else
+    std::string m_sName;                             // "KvTM10.ToolMain": source of errors
+    base::Collection<std::string> m_colLoadedTools;  // names of in-process programs still loaded
+    base::Collection<std::int32_t> m_colProcesses;   // process ids under the program's VREX
+    bool m_bLoaded = false;                          //
+    std::vector<std::string> m_asSubscribers;        // element 0 is never used
+    bool m_bUnloading = false;                       // the host has begun to unload the component
+    bool m_bProfileFlag = false;                     // prices are permitted: profile 3 or 5 at Load
+    std::string m_sAppPath;                          //
+    std::shared_ptr<arvon::IBenchmarkRecorder> m_oBenchmark;
+    std::shared_ptr<arvon::IRouter> m_oRouter; // fetched by the first SendRequestToOwner
+    std::int32_t m_hResModule = 0;             // the host's string module, 0 until first asked for
+    std::string m_sLocaleID;                   // cached
+    std::string m_sLastNodeKey;                // the tool whose node was last selected in "tabQRV"
+    std::string m_sBrand;                      //
+
+    // state of catalogue
+    std::unique_ptr<ToolCollection> m_colListedTools; // null until first needed; see ListedTools()
+    std::int32_t m_lKnownToolCount = 0;               // Tool elements at the last count
+    bool m_bShowAllTools = false;                     //
+
+    // state of options
+    std::unique_ptr<OptionsDocument> m_oOptionsDoc; // null until first needed
+    std::unique_ptr<ToolOptions> m_oToolOptions;    //
+    std::string m_sOptionsXML;                      // what the options view is initialised with
+    std::string m_sFontName;                        //
+    std::string m_sFontSize;                        //
+
+    // state of launch
+    bool m_bBusy = false; // an in-process load is under way
+};
+
+} // namespace kvtm
