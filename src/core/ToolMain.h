@@ -42,6 +42,7 @@
 
 namespace kvtm {
 
+class DateFormat;
 class OptionsDocument;
 class ToolOptions;
 
@@ -231,7 +232,7 @@ private:
 
     // catalogue/ToolList.cpp
     void LoadTools(std::string_view tabKey, bool useListedTools);
-    bool LoadToolIntoListView(const ToolRecord& tool, arvon::IListView& list, std::string_view dateFormat);
+    bool LoadToolIntoListView(const ToolRecord& tool, arvon::IListView& list, const DateFormat& dateFormat);
     /// The record of the list's current row; null when there is no row or no such record.
     ToolRecord SelectedTool();
 
