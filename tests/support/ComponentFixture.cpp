@@ -1,0 +1,158 @@
+#include "tests/support/ComponentFixture.h"
+
+#include "core/Names.h"
+#include "core/contract/EventShapes.h"
+
+#include <algorithm>
+
+namespace kvtm::test {
+
+using arvon::host::CallRecord;
+using arvon::host::MessageRecord;
+using arvon::host::ParameterRecord;
+
+namespace {
+
+std::string Written(const base::Value& value) {
+    switch (value.GetKind()) {
+    case base::Value::Kind::Empty:
+        return "null";
+    case base::Value::Kind::Boolean:
+        return value.ToBoolean() ? "true" : "false";
+    case base::Value::Kind::Text:
+        return "\"" + value.ToText() + "\"";
+    case base::Value::Kind::Object:
+        return "object";
+    default:
+        return value.ToText();
+    }
+}
+
+std::vector<ParameterRecord>
+TextParameters(const std::initializer_list<std::pair<std::string_view, std::string_view>>& parameters) {
+    std::vector<ParameterRecord> records;
+    for (const auto& [name, value] : parameters)
+        records.push_back({std::string(name), 2, base::Value(value)});
+    return records;
+}
+
+} // namespace
+
+ComponentTest::~ComponentTest() {
+    if (host) host->Unsubscribe(*this);
+}
+
+void ComponentTest::TearDown() {
+    for (const Report& report : reports_) {
+        ADD_FAILURE() << "unclaimed error report of " << report.procedure << ": " << report.description
+                      << " (" << report.number << ", " << report.source << ")";
+    }
+    for (const Box& box : boxes_)
+        ADD_FAILURE() << "unclaimed message box: " << box.text;
+}
+
+void ComponentTest::LoadWith(const std::vector<CatalogueTool>& tools) {
+    installation.WriteTools(tools);
+    CreateHost();
+    CreateTool();
+    ASSERT_TRUE(Load());
+    ForgetCalls();
+}
+
+void ComponentTest::CreateHost() {
+    host = std::make_unique<arvon::host::ReferenceHost>(installation.Folder());
+    host->Subscribe(*this);
+}
+
+void ComponentTest::CreateTool(platform::Services services) {
+    tool = ToolMain::Create(host->Support(), std::move(services));
+    host->Attach(tool);
+}
+
+std::string ComponentTest::Request(std::string_view type, Parameters parameters) {
+    return host->SendRequest(type, TextParameters(parameters));
+}
+
+void ComponentTest::Event(arvon::EventObject raisedBy, std::string_view name, Parameters parameters,
+                          std::int32_t category) {
+    host->SendEvent({static_cast<std::int32_t>(raisedBy), std::string(name), category, 0},
+                    TextParameters(parameters));
+}
+
+void ComponentTest::ProcessEnded(std::string_view application, std::int32_t id) {
+    const ParameterRecord parameters[] = {{"sApplicationNameAndPath", 2, base::Value(application)},
+                                          {"lProcessID", 3, base::Value(id)}};
+    host->SendEvent({0, "ShellProcessComplete", 0, 0}, parameters, listener::Shell);
+}
+
+std::vector<std::string> ComponentTest::CallsOf(std::string_view operation) const {
+    const std::string start = std::string(operation) + "(";
+    std::vector<std::string> found;
+    std::copy_if(calls_.begin(), calls_.end(), std::back_inserter(found),
+                 [&](const std::string& call) { return call.compare(0, start.size(), start) == 0; });
+    return found;
+}
+
+void ComponentTest::ForgetCalls() {
+    calls_.clear();
+    sent_.clear();
+}
+
+ComponentTest::Report ComponentTest::ClaimReport(std::string_view procedure) {
+    if (reports_.empty()) {
+        ADD_FAILURE() << "no error report of " << procedure;
+        return {};
+    }
+    Report report = reports_.front();
+    reports_.erase(reports_.begin());
+    EXPECT_EQ(report.procedure, Probe().Name() + "." + std::string(procedure));
+    return report;
+}
+
+ComponentTest::Box ComponentTest::ClaimBox() {
+    if (boxes_.empty()) {
+        ADD_FAILURE() << "no message box";
+        return {};
+    }
+    Box box = boxes_.front();
+    boxes_.erase(boxes_.begin());
+    return box;
+}
+
+void ComponentTest::OnCall(const CallRecord& call) {
+    std::string text = call.operation + "(";
+    for (const base::Value& argument : call.arguments) {
+        if (text.back() != '(') text += ", ";
+        text += Written(argument);
+    }
+    calls_.push_back(text + ")");
+}
+
+void ComponentTest::OnMessage(const MessageRecord& message) {
+    if (message.source != Self) return;
+    const auto parameter = [&](std::string_view name) {
+        const auto found = std::find_if(message.parameters.begin(), message.parameters.end(),
+                                        [&](const ParameterRecord& p) { return p.name == name; });
+        return found == message.parameters.end() ? base::Value() : found->value;
+    };
+    if (message.name == event::ErrorMessage) {
+        EXPECT_EQ(message.destination, listener::Shell);
+        EXPECT_EQ(message.category, 20);
+        EXPECT_EQ(message.level, 9);
+        reports_.push_back({parameter("ErrorDescription").ToText(), parameter("ErrorSource").ToText(),
+                            parameter("ProcName").ToText(), parameter("ErrorNumber").ToInteger()});
+        return;
+    }
+    std::string text = message.destination + ":" + message.name + "(";
+    for (const ParameterRecord& p : message.parameters) {
+        if (text.back() != '(') text += ", ";
+        text += p.name + "=" + p.value.ToText();
+    }
+    sent_.push_back(text + ")");
+}
+
+void ComponentTest::OnMessageBox(const std::string& text, std::int32_t style, const std::string& title) {
+    boxes_.push_back({text, style, title});
+}
+
+} // namespace kvtm::test

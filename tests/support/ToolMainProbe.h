@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/ToolMain.h"
+
+namespace kvtm {
+
+/// The tests' way to single procedures and fields of the tool manager.
+struct ToolMainProbe {
+    ToolMain& tool;
+
+    std::int32_t CountToolsInCatalog(bool notify) const { return tool.CountToolsInCatalog(notify); }
+    bool LoadToolsCollection() const { return tool.LoadToolsCollection(); }
+    void LoadTools(std::string_view tabKey, bool useListedTools) const {
+        tool.LoadTools(tabKey, useListedTools);
+    }
+    ToolCollection& ListedTools() const { return tool.ListedTools(); }
+    void OpenUpdateToolsView() const { tool.OpenUpdateToolsView(); }
+    std::int32_t GetWindowHandle() const { return tool.GetWindowHandle(); }
+    void RefreshZarnMenus() const { tool.RefreshZarnMenus(); }
+    std::string SendRequestToOwner(const RequestRef& request, std::string_view destination) const {
+        return tool.SendRequestToOwner(request, destination);
+    }
+    std::string SendEventMessage(const EventRef& event, std::string_view destination) const {
+        return tool.SendEventMessage(event, destination);
+    }
+    RequestRef NewRequest(std::string_view type) const { return tool.NewRequest(type); }
+    EventRef NewEvent(std::string_view name) const { return tool.NewEvent(name, 0, 0); }
+    void ReportError(const base::ComponentError& error, std::string_view proc) const {
+        tool.ReportError(error, proc);
+    }
+    void RequestUnloadTool(const RequestRef& request) const { tool.Request_UnloadTool(request); }
+
+    base::Collection<std::string>& LoadedTools() const { return tool.m_colLoadedTools; }
+    base::Collection<std::int32_t>& Processes() const { return tool.m_colProcesses; }
+    const std::vector<std::string>& Subscribers() const { return tool.m_asSubscribers; }
+    std::string& LastNodeKey() const { return tool.m_sLastNodeKey; }
+    bool& ShowAllTools() const { return tool.m_bShowAllTools; }
+    bool ProfileFlag() const { return tool.m_bProfileFlag; }
+    bool Unloading() const { return tool.m_bUnloading; }
+    const std::string& Brand() const { return tool.m_sBrand; }
+    const std::string& Name() const { return tool.m_sName; }
+    std::string& LocaleId() const { return tool.m_sLocaleID; }
+};
+
+} // namespace kvtm
