@@ -109,8 +109,37 @@ inline constexpr std::string_view ToolsUpdate = "KvTMU110.ctlToolsUpdate";
 inline constexpr std::string_view Options = "KvTMU110.ctlOptions";
 } // namespace control
 
+/// Menu items. A tool's own item is ToolPrefix and the tool's identifier.
 namespace menu {
 inline constexpr std::string_view Tools = "mnuTool";
+inline constexpr std::string_view ToolPrefix = "mnu";
+inline constexpr std::string_view ToolsSeparator = "mnuToolsSep1";
+inline constexpr std::string_view ToolOptions = "mnuToolOptions";
+inline constexpr std::string_view ToolContextTask = "mnuToolContextTask";
+inline constexpr std::string_view Launch = "mnuLaunch";
+// the host's own, answered here
+inline constexpr std::string_view InstallTools = "mnuInstallTools";
+inline constexpr std::string_view UpdateTools = "mnuUpdateTools";
+inline constexpr std::string_view UpdateSettings = "mnuUpdateSettings";
+inline constexpr std::string_view SortByName = "mnuToolsSortName";
+inline constexpr std::string_view SortByVersion = "mnuToolsSortVersion";
+inline constexpr std::string_view SortByUpdate = "mnuToolsSortUPDATED";
+inline constexpr std::string_view SortByType = "mnuToolsSortType";
 } // namespace menu
+
+/// Toolbar buttons. A tool's own button is ToolPrefix and the tool's identifier.
+namespace button {
+inline constexpr std::string_view ToolPrefix = "btn";
+inline constexpr std::string_view FirstSeparator = "KvTM10_Sep1"; // before the tool buttons
+inline constexpr std::string_view LastSeparator = "KvTM10_Sep2";  // after them
+inline constexpr std::string_view UpdateTools = "btnUpdateTools"; // the host's own, answered here
+} // namespace button
+
+/// The stored order of the tools.
+namespace sortOption {
+inline constexpr std::string_view ToolID = "SOV02";
+inline constexpr std::string_view Key = "cmbToolSortKey";
+inline constexpr std::string_view Order = "optToolSortOrder";
+} // namespace sortOption
 
 } // namespace kvtm
