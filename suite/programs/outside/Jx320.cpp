@@ -1,0 +1,5 @@
+#include "suite/programs/outside/OutsideProgram.h"
+
+int main(int argc, char** argv) {
+    return suite::RunOutsideProgram("Site Survey", argc, argv);
+}
