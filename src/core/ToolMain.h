@@ -241,20 +241,30 @@ private:
     bool SetToolOrder();
 
     // catalogue/MenusAndButtons.cpp
+    /// The listed tools, or the host's whole collection, as they stand now.
+    std::vector<ToolRecord> ToolsInOrder(bool useListedTools);
     bool AddMenu(arvon::IMenu& parent, const ToolRecord& tool, bool previous);
     bool AddButton(const ToolRecord& tool, std::size_t position);
     bool BuildToolMenu(arvon::IMenu& parent, bool useListedTools);
     bool BuildToolButtons(bool useListedTools);
+    void AddSeparatorButton(std::string_view key); // unless the toolbar has it
     void RebuildToolMenus(bool useListedTools);
     bool SetMenus(bool enabled);
     void BuildContextMenu();
 
     // catalogue/MenuEvents.cpp
     void HandleMenuEvent(const EventRef& event);
+    void OpenOptions();
+    void ShowToolNode(std::string_view toolName);
     void HandleButtonEvent(const EventRef& event);
+    void ShowUpdatesOnToolsNode(arvon::ITab& navigator);
+    ToolRecord ToolOfButton(std::string_view upperCaseKey); // null when it is no tool's button
 
     // catalogue/TabsAndNodes.cpp
     void HandleNodeEvent(const EventRef& event);
+    bool HandleTopNodeEvent(arvon::INode& node, const std::string& key, std::int32_t kind);
+    bool HandleToolNodeEvent(arvon::INode& node, const std::string& key, std::int32_t kind);
+    void ShowToolsMenu();
     void HandleTabEvent(const EventRef& event);
     void BuildToolNodes(std::string_view parentKey, bool useListedTools);
     void RefreshToolsNode(bool selectTab);

@@ -1,0 +1,162 @@
+#include "base/Text.h"
+#include "core/Names.h"
+#include "core/ToolMain.h"
+
+namespace kvtm {
+
+namespace {
+
+/// An item that is always there, with the numbers of its texts.
+struct FixedItem {
+    std::string_view key;
+    std::int32_t captionResource;
+    std::int32_t descriptionResource;
+};
+constexpr FixedItem optionsItem{menu::ToolOptions, 61, 62};
+constexpr FixedItem contextTaskItem{menu::ToolContextTask, 8, 9};
+constexpr FixedItem launchItem{menu::Launch, 10, 11};
+
+constexpr std::int32_t toolTextResource = 16; // what stands before a tool's name in descriptions
+
+/// The identifier under which menu and toolbar show a tool; empty for one that they leave out.
+std::string IdentifierInMenus(const arvon::IToolRecord& tool) {
+    return tool.ShowInList() ? tool.Get(property::Identifier).ToText() : std::string();
+}
+
+std::string Joined(std::string_view first, std::string_view second) {
+    return std::string(first).append(second);
+}
+
+} // namespace
+
+std::vector<ToolRecord> ToolMain::ToolsInOrder(bool useListedTools) {
+    if (useListedTools) return ListedTools().Snapshot();
+    arvon::IToolRecords& records = m_oFramework->Tools();
+    std::vector<ToolRecord> tools;
+    tools.reserve(records.Count());
+    for (std::size_t position = 1; position <= records.Count(); ++position)
+        tools.push_back(records.Item(position));
+    return tools;
+}
+
+bool ToolMain::AddMenu(arvon::IMenu& parent, const ToolRecord& tool, bool previous) {
+    return Guarded("AddMenu", previous, [&] {
+        const std::string identifier = IdentifierInMenus(*tool);
+        if (identifier.empty()) return previous;
+        const std::string caption = Joined("&", tool->Name());
+        parent.Items().Add(Joined(menu::ToolPrefix, identifier), caption,
+                           Joined(LoadResString(toolTextResource), caption), Self);
+        return true;
+    });
+}
+
+// `position` counts from 1 within the component's own stretch of the toolbar. True when there is a button
+// more, even where one of its properties was refused.
+bool ToolMain::AddButton(const ToolRecord& tool, std::size_t position) {
+    bool added = false;
+    Guarded("AddButton", [&] {
+        const std::string identifier = IdentifierInMenus(*tool);
+        if (identifier.empty()) return;
+        arvon::IButtons& buttons = m_oFramework->Buttons();
+        const std::shared_ptr<arvon::IButton> button =
+            buttons.Add(buttons.PositionOf(button::FirstSeparator) + position,
+                        Joined(button::ToolPrefix, identifier), arvon::ButtonStyle::Push);
+        added = true;
+        button->SetVisible(true);
+        button->SetPicture(base::FirstCharacters(identifier, 3));
+        button->SetOwner(Self);
+        button->SetToolTip(LoadResString(toolTextResource) + " " + tool->Name());
+    });
+    return added;
+}
+
+bool ToolMain::BuildToolMenu(arvon::IMenu& parent, bool useListedTools) {
+    return Guarded("BuildToolMenu", false, [&] {
+        const std::vector<ToolRecord> tools = ToolsInOrder(useListedTools);
+        bool itemAdded = false;
+        for (const ToolRecord& tool : tools)
+            itemAdded = AddMenu(parent, tool, itemAdded);
+        if (!tools.empty() || itemAdded) parent.Items().AddSeparator(menu::ToolsSeparator, Self);
+        parent.Items().Add(optionsItem.key, LoadResString(optionsItem.captionResource),
+                           LoadResString(optionsItem.descriptionResource), Self);
+        return true;
+    });
+}
+
+// No guard: RebuildToolMenus reports.
+bool ToolMain::BuildToolButtons(bool useListedTools) {
+    AddSeparatorButton(button::FirstSeparator);
+    std::size_t position = 1;
+    for (const ToolRecord& tool : ToolsInOrder(useListedTools)) {
+        if (AddButton(tool, position)) ++position;
+    }
+    AddSeparatorButton(button::LastSeparator);
+    return true;
+}
+
+void ToolMain::AddSeparatorButton(std::string_view key) {
+    arvon::IButtons& buttons = m_oFramework->Buttons();
+    if (buttons.Item(key)) return;
+    const std::shared_ptr<arvon::IButton> separator =
+        buttons.Add(buttons.Count() + 1, key, arvon::ButtonStyle::Separator);
+    separator->SetOwner(Self);
+    separator->SetVisible(true);
+}
+
+void ToolMain::RebuildToolMenus(bool useListedTools) {
+    Guarded("RebuildToolMenus", [&] {
+        const std::shared_ptr<arvon::IMenu> toolMenu = m_oFramework->Menus().Item(menu::Tools);
+        if (!toolMenu) {
+            throw base::ComponentError(base::errors::ObjectNotSet, FullProcName("RebuildToolMenus"),
+                                       "the host has no menu \"mnuTool\"");
+        }
+        toolMenu->Items().Clear();
+        BuildToolMenu(*toolMenu, useListedTools);
+
+        // from the last to the first, so that no removal moves a button that is still to be looked at
+        arvon::IButtons& buttons = m_oFramework->Buttons();
+        for (std::size_t position = buttons.Count(); position >= 1; --position) {
+            const std::shared_ptr<arvon::IButton> button = buttons.Item(position);
+            if (button->Owner() == Self) buttons.Remove(button->Key());
+        }
+        BuildToolButtons(useListedTools);
+    });
+}
+
+bool ToolMain::SetMenus(bool enabled) {
+    return Guarded("SetMenus", false, [&] {
+        const std::shared_ptr<arvon::IMenu> toolMenu = m_oFramework->Menus().Item(menu::Tools);
+        if (!toolMenu) return false;
+        const auto setItem = [&](std::string_view key) {
+            if (const std::shared_ptr<arvon::IMenuItem> item = toolMenu->Items().Item(key))
+                item->SetEnabled(enabled);
+        };
+        constexpr bool useListedTools = false;
+        for (const ToolRecord& tool : ToolsInOrder(useListedTools)) {
+            const std::string identifier = IdentifierInMenus(*tool);
+            if (!identifier.empty()) setItem(Joined(menu::ToolPrefix, identifier));
+        }
+        setItem(menu::ToolsSeparator);
+        return true;
+    });
+}
+
+// No guard: the node event's handler reports.
+void ToolMain::BuildContextMenu() {
+    arvon::IMenuItems& items = m_oFramework->ContextMenu();
+    for (std::size_t position = items.Count(); position >= 1; --position) {
+        const std::shared_ptr<arvon::IMenuItem> item = items.Item(position);
+        if (item->Owner() == Self) items.Remove(item->Key());
+    }
+
+    const auto add = [&](arvon::IMenuItems& under, const FixedItem& fixed) {
+        const std::shared_ptr<arvon::IMenuItem> item = under.Add(
+            fixed.key, LoadResString(fixed.captionResource), LoadResString(fixed.descriptionResource), Self);
+        item->SetVisible(true);
+        item->SetEnabled(true);
+        return item;
+    };
+    add(add(items, contextTaskItem)->Items(), launchItem);
+}
+
+} // namespace kvtm
