@@ -91,10 +91,7 @@ void ToolMain::Answer_UpdateOptions(const RequestRef& request, std::string&) {
 }
 
 void ToolMain::Answer_UnloadOptionsTool(const RequestRef&, std::string&) {
-    Skipping([&] {
-        const std::shared_ptr<arvon::IWindow> window = m_oFramework->Windows().Item(view::ToolOptions);
-        if (window) window->Close();
-    });
+    Skipping([&] { CloseOptionsView(); });
 }
 
 void ToolMain::Answer_EnumPrinters(const RequestRef&, std::string& reply) {

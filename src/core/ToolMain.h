@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -283,11 +284,25 @@ private:
     void NewOptions(std::string_view sOptionsXML);
     /// GetOptionValue for the component's own use.
     std::string ReadOption(std::string_view sToolID, std::string_view sOptionName);
+    std::string OptionsFile() const;
+    /// The data service's answer for the options file; nothing when no reply came.
+    std::optional<std::string> AskDataService(const std::string& query);
+    void EnterDefaultPrinter(OptionsDocument& document);
+    void LoadOptionsDocument();
+    /// Writes the options document to its file; its text.
+    std::string SaveOptionsDocument();
+    std::string RequiredText(const RequestRef& request, std::string_view parameter,
+                             std::string_view sProc) const;
+    base::ComponentError MissingOption(std::string_view sProc, std::string_view sToolID,
+                                       std::string_view sOptionName) const;
+    base::ComponentError MissingValue(std::string_view sProc, std::string_view sOptionName) const;
 
     // options/OptionsView.cpp
     bool LoadOptionsForView();
     void ShowOptionsView();
+    void CloseOptionsView(); // nothing to do without its window
     void UpdateOptions(const RequestRef& request);
+    void SwitchToChosenLanguage();
 
     // options/PrinterList.cpp
     std::int32_t GetPlatformId();

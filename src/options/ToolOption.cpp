@@ -1,0 +1,63 @@
+#include "options/ToolOption.h"
+
+namespace kvtm {
+
+using base::ComponentError;
+using base::XmlNode;
+
+namespace {
+
+constexpr const char* source = "ToolOption";
+constexpr const char* optionElement = "Option";
+
+/// Only their position tells name and value apart.
+struct OptionChildren {
+    XmlNode name;
+    XmlNode value;
+};
+
+OptionChildren ChildrenOf(const XmlNode& option) {
+    const XmlNode name = option.FirstChild();
+    if (!name) {
+        throw ComponentError(base::errors::ObjectNotSet, source,
+                             "an \"Option\" element has no children, expected a name");
+    }
+    return {name, name.NextSibling()};
+}
+
+} // namespace
+
+void ToolOption::ReadProperties() {
+    if (!XMLObject) return;
+    for (XmlNode child = XMLObject.FirstChild(); child; child = child.NextSibling()) {
+        if (!child.IsElement()) continue;
+        auto property = std::make_shared<DataProperty>();
+        if (child.Name() == optionElement) {
+            const OptionChildren option = ChildrenOf(child);
+            property->Name = option.name.Text();
+            if (option.value) property->Value = option.value.Text();
+        } else {
+            property->Name = child.Name();
+            property->Value = child.Text();
+        }
+        Properties.Add(property, property->Name);
+    }
+}
+
+void ToolOption::WriteProperties() {
+    if (!XMLObject) return;
+    for (XmlNode child = XMLObject.FirstChild(); child; child = child.NextSibling()) {
+        if (!child.IsElement() || child.Name() != optionElement) continue;
+        OptionChildren option = ChildrenOf(child);
+        if (!option.value) continue;
+        const std::string name = option.name.Text();
+        const std::shared_ptr<DataProperty>* property = Properties.Find(name);
+        if (!property) {
+            throw ComponentError(base::errors::InvalidCall, source,
+                                 "the option set \"" + Key + "\" has no property \"" + name + "\"");
+        }
+        option.value.SetText((*property)->Value.ToText());
+    }
+}
+
+} // namespace kvtm
