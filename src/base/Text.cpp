@@ -91,12 +91,7 @@ std::string Replace(std::string_view text, std::string_view from, std::string_vi
 }
 
 bool IsWellFormedUtf8(std::string_view text) noexcept {
-    for (std::size_t at = AsciiRun(text, 0); at < text.size(); at += AsciiRun(text, at)) {
-        const Utf8Step step = DecodeUtf8(text, at);
-        if (!step.isWellFormed) return false;
-        at += step.length;
-    }
-    return true;
+    return IllFormedUtf8At(text) == std::string_view::npos;
 }
 
 std::u32string ToCodePoints(std::string_view text) {

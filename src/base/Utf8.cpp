@@ -67,6 +67,15 @@ void AppendUtf8(std::string& text, char32_t character) {
     }
 }
 
+std::size_t IllFormedUtf8At(std::string_view text) noexcept {
+    for (std::size_t at = AsciiRun(text, 0); at < text.size(); at += AsciiRun(text, at)) {
+        const Utf8Step step = DecodeUtf8(text, at);
+        if (!step.isWellFormed) return at;
+        at += step.length;
+    }
+    return std::string_view::npos;
+}
+
 std::size_t AsciiRun(std::string_view text, std::size_t offset) noexcept {
     constexpr std::uint64_t highBits = 0x8080808080808080u;
     std::size_t at = offset;

@@ -20,6 +20,8 @@ struct Utf8Step {
 Utf8Step DecodeUtf8(std::string_view text, std::size_t offset) noexcept;
 /// Appends a character; U+FFFD for what is no Unicode scalar value.
 void AppendUtf8(std::string& text, char32_t character);
+/// The offset of the first ill-formed byte, npos when there is none.
+std::size_t IllFormedUtf8At(std::string_view text) noexcept;
 /// The number of ASCII bytes from `offset` on.
 std::size_t AsciiRun(std::string_view text, std::size_t offset) noexcept;
 
