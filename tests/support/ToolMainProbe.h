@@ -14,6 +14,20 @@ struct ToolMainProbe {
         tool.LoadTools(tabKey, useListedTools);
     }
     ToolCollection& ListedTools() const { return tool.ListedTools(); }
+    void SortTools(std::string_view property, std::string_view direction, bool selectTab) const {
+        tool.SortTools(property, direction, selectTab);
+    }
+    bool SetToolOrder() const { return tool.SetToolOrder(); }
+    bool BuildToolButtons(bool useListedTools) const { return tool.BuildToolButtons(useListedTools); }
+    void RebuildToolMenus(bool useListedTools) const { tool.RebuildToolMenus(useListedTools); }
+    bool SetMenus(bool enabled) const { return tool.SetMenus(enabled); }
+    void BuildContextMenu() const { tool.BuildContextMenu(); }
+    void BuildToolNodes(std::string_view parentKey, bool useListedTools) const {
+        tool.BuildToolNodes(parentKey, useListedTools);
+    }
+    void RefreshToolsNode(bool selectTab) const { tool.RefreshToolsNode(selectTab); }
+    void ShowOptions() const { tool.ShowOptions(); }
+    void PrepareUpdatesBanner() const { tool.PrepareUpdatesBanner(); }
     void OpenUpdateToolsView() const { tool.OpenUpdateToolsView(); }
     std::int32_t GetWindowHandle() const { return tool.GetWindowHandle(); }
     void RefreshZarnMenus() const { tool.RefreshZarnMenus(); }
