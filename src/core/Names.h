@@ -8,6 +8,8 @@ namespace kvtm {
 inline constexpr std::string_view Self =
     "KvTM10"; // listener identifier, and owner of all that is added to the host
 
+inline constexpr std::string_view Title = Self; // of message boxes that have no other
+
 namespace listener {
 inline constexpr std::string_view Shell = "SnapIn";
 inline constexpr std::string_view Launcher = "Zarn11";
@@ -134,6 +136,17 @@ inline constexpr std::string_view FirstSeparator = "KvTM10_Sep1"; // before the 
 inline constexpr std::string_view LastSeparator = "KvTM10_Sep2";  // after them
 inline constexpr std::string_view UpdateTools = "btnUpdateTools"; // the host's own, answered here
 } // namespace button
+
+/// Tasks, of the component's pane and of the host's own controls.
+namespace task {
+inline constexpr std::string_view LaunchTool = "tskLaunchTool";
+inline constexpr std::string_view RemoveTool = "tskRemoveTool";
+inline constexpr std::string_view EditTool = "tskEditTool";
+// the host's own, answered here
+inline constexpr std::string_view UpdateTool = "tskUpdateTool";
+inline constexpr std::string_view AddTool = "tskAddTool";
+inline constexpr std::string_view ShowAll = "tskShowAll";
+} // namespace task
 
 /// The stored order of the tools.
 namespace sortOption {

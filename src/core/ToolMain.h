@@ -37,7 +37,8 @@
 //   options/Locale.cpp           language and font
 //   options/PricingOptions.cpp   what the profile lets the user see
 //   launch/ToolLaunch.cpp        starting a program
-//   launch/TaskPane.cpp          tasks and list-item events
+//   launch/TaskPane.cpp          the task pane and its tasks
+//   launch/ListItemEvents.cpp    rows checked and opened, columns clicked
 //   launch/ToolRemoval.cpp       removing a program
 //   launch/UpdatesView.cpp       updates
 
@@ -321,15 +322,40 @@ private:
     std::string LaunchTool(const RequestRef& request);
     /// LaunchTool with a request that names the tool.
     std::string LaunchToolByName(std::string_view sToolName);
+    /// The record that m_sLastNodeKey names; null, and a message to the user, when there is none.
+    ToolRecord FindToolToLaunch();
+    void TellAlreadyRunning();
+    void LaunchOutside(const ToolRecord& tool);
+    std::string LaunchInProcess(const ToolRecord& tool);
+    std::string LoadThroughHost(const ToolRecord& tool);
+    void SetReportsLogo(std::string_view sBrand);
+    std::string LogoFolderOfOwnDrive();
+    EventRef NewLoadEvent(const ToolRecord& tool);
+    void BringToolsTabForward();
+    void SelectToolsNode();
 
     // launch/TaskPane.cpp
     void CreateTaskViews();
     void HandleTaskEvent(const EventRef& event);
+    void Task_LaunchTool(const EventRef& event);
+    void Task_RemoveTool(const EventRef& event);
+    void Task_EditTool(const EventRef& event);
+    void Task_UpdateTool(const EventRef& event);
+    void Task_AddTool(const EventRef& event);
+    void Task_ShowAll(const EventRef& event);
+
+    // launch/ListItemEvents.cpp
     void HandleListItemEvent(const EventRef& event);
+    void KeepCheck(std::string_view sText, bool bChecked);
 
     // launch/ToolRemoval.cpp
     void RemoveTool(std::string_view sVrex, std::string_view sName, std::string_view sUnused,
                     std::string_view sProgramType);
+    /// Takes a tool that is gone from the disk out of the catalogue and of everything that shows it.
+    void ForgetRemovedTool(std::string_view sName);
+    void RemoveItemsOfTool(std::string_view sIdentifier);
+    void RemoveFromListedTools(std::string_view sName);
+    void RemoveNodeOfTool(std::string_view sName);
 
     // launch/UpdatesView.cpp
     void OpenUpdateToolsView();
@@ -369,7 +395,8 @@ private:
     std::string m_sFontSize;                        //
 
     // state of launch
-    bool m_bBusy = false; // an in-process load is under way
+    bool m_bBusy = false;       // an in-process load is under way
+    std::string m_sCurrentTool; // text of the row whose check changed last
 };
 
 } // namespace kvtm

@@ -1,0 +1,69 @@
+#include "core/Names.h"
+#include "core/ToolMain.h"
+#include "launch/RemovalFiles.h"
+#include "platform/modUtility.h"
+
+namespace kvtm {
+
+// No guard: the caller reports what fails here.
+void ToolMain::RemoveTool(std::string_view sVrex, std::string_view sName, std::string_view,
+                          std::string_view sProgramType) {
+    if (!IsRemovableProgramType(sProgramType)) {
+        m_oFramework->ShowMessage("Only programs whose Program Type is 'ORDIX', 'Vantor', 'Plexa', and "
+                                  "'QUARRA' can be removed from here.",
+                                  arvon::boxStyle::Plain, Title);
+        return;
+    }
+    const platform::FilePaths& paths = *m_oServices.filePaths;
+    const RemovalFiles files = RemovalFilesOf(m_oFramework->InstallPath(), sVrex);
+    m_oServices.files->Write(paths.ToSystem(files.instruction),
+                             m_oServices.codePage->ToAnsi(RemoveIniText(sVrex, sName, files.log)));
+    if (paths.Exists(files.program)) {
+        platform::modUtility::RunAndWait(m_oServices, files.program);
+    } else {
+        m_oFramework->ShowMessage("Could not locate 'RemoveProgram' Program", arvon::boxStyle::Critical,
+                                  Title);
+    }
+    if (paths.Exists(files.result)) ForgetRemovedTool(sName);
+}
+
+void ToolMain::ForgetRemovedTool(std::string_view sName) {
+    arvon::IToolRecords& tools = m_oFramework->Tools();
+    if (const ToolRecord tool = tools.Item(sName)) {
+        RemoveItemsOfTool(tool->Get(property::Identifier).ToText());
+        tools.Remove(sName);
+        Guarded("RemoveTool", [&] { tools.Save(); }); // the view follows even when the file cannot
+    }
+    RemoveFromListedTools(sName);
+    LoadTools(view::ToolsNode, false);
+    RemoveNodeOfTool(sName);
+    RefreshToolsNode(true);
+}
+
+void ToolMain::RemoveItemsOfTool(std::string_view sIdentifier) {
+    if (sIdentifier.empty()) return; // such a tool has none
+    const std::string buttonKey = std::string(button::ToolPrefix) + std::string(sIdentifier);
+    if (m_oFramework->Buttons().Item(buttonKey)) m_oFramework->Buttons().Remove(buttonKey);
+
+    const std::string itemKey = std::string(menu::ToolPrefix) + std::string(sIdentifier);
+    const std::shared_ptr<arvon::IMenu> toolsMenu = m_oFramework->Menus().Item(menu::Tools);
+    if (toolsMenu && toolsMenu->Items().Item(itemKey)) toolsMenu->Items().Remove(itemKey);
+}
+
+void ToolMain::RemoveFromListedTools(std::string_view sName) {
+    ToolCollection& listed = ListedTools();
+    for (std::size_t position = 1; position <= listed.Count(); ++position) {
+        if (listed.Item(position)->Get(property::Name).ToText() == sName) {
+            listed.Remove(position);
+            return;
+        }
+    }
+}
+
+void ToolMain::RemoveNodeOfTool(std::string_view sName) {
+    const std::shared_ptr<arvon::ITab> tab = m_oFramework->Tabs().Item(view::Navigator);
+    const std::shared_ptr<arvon::INode> toolsNode = tab ? tab->FindNode(view::ToolsNode) : nullptr;
+    if (toolsNode && toolsNode->Nodes().Item(sName)) toolsNode->Nodes().Remove(sName);
+}
+
+} // namespace kvtm
