@@ -97,8 +97,16 @@ std::string XmlDocument::Text() const {
     return tree_->HasDeclaration() ? WriteXmlDeclaration(*tree_->Document()) + body : body;
 }
 
+bool XmlDocument::HasDeclaration() const noexcept {
+    return tree_ && tree_->HasDeclaration();
+}
+
 _xmlDoc* XmlDocument::Raw() const noexcept {
     return tree_ ? tree_->Document() : nullptr;
+}
+
+XmlNode XmlDocument::NodeAt(_xmlNode* node) const {
+    return tree_ && node ? XmlNode(tree_, node) : XmlNode();
 }
 
 } // namespace base

@@ -120,7 +120,12 @@ public:
     /// one. Empty text for an empty document.
     std::string Text() const;
 
+    /// Whether the source had an XML declaration.
+    bool HasDeclaration() const noexcept;
+
     _xmlDoc* Raw() const noexcept;
+    /// The node for one of this document's underlying nodes, found by an index; no node for null.
+    XmlNode NodeAt(_xmlNode* node) const;
 
 private:
     XmlNode DocumentNode() const;

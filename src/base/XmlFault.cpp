@@ -5,9 +5,25 @@
 #include "base/Text.h"
 #include "base/Utf8.h"
 
+#include <libxml/globals.h>
+
 #include <algorithm>
 
 namespace base {
+
+namespace {
+
+void PrintNothing(void*, const char*, ...) {}
+
+} // namespace
+
+QuietLibrary::QuietLibrary() : print_(xmlGenericError), printContext_(xmlGenericErrorContext) {
+    xmlSetGenericErrorFunc(nullptr, &PrintNothing);
+}
+
+QuietLibrary::~QuietLibrary() {
+    xmlSetGenericErrorFunc(printContext_, print_);
+}
 
 std::string ReasonOf(XmlErrorArgument error) {
     constexpr std::size_t shownCharacters = 300;

@@ -15,6 +15,20 @@ using XmlErrorArgument = const xmlError*;
 using XmlErrorArgument = xmlError*;
 #endif
 
+/// As long as it lives, the library prints nothing: not all of its complaints go to a handler of the parser
+/// or expression at hand.
+class QuietLibrary {
+public:
+    QuietLibrary();
+    ~QuietLibrary();
+    QuietLibrary(const QuietLibrary&) = delete;
+    QuietLibrary& operator=(const QuietLibrary&) = delete;
+
+private:
+    xmlGenericErrorFunc print_;
+    void* printContext_;
+};
+
 /// What the library says of an error: one line, bounded, well-formed.
 std::string ReasonOf(XmlErrorArgument error);
 

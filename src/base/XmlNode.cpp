@@ -219,14 +219,14 @@ std::vector<XmlNode> XmlNode::Children() const {
 
 XmlNode XmlNode::SelectSingle(const std::string& xpath) const {
     Require();
-    const std::vector<xmlNode*> nodes = tree_->Select(node_, xpath);
+    const std::vector<xmlNode*> nodes = tree_->Selection().Select(node_, xpath);
     return nodes.empty() ? XmlNode() : At(nodes.front());
 }
 
 std::vector<XmlNode> XmlNode::Select(const std::string& xpath) const {
     Require();
     std::vector<XmlNode> selected;
-    for (xmlNode* node : tree_->Select(node_, xpath))
+    for (xmlNode* node : tree_->Selection().Select(node_, xpath))
         selected.push_back(At(node));
     return selected;
 }

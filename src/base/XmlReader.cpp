@@ -189,8 +189,8 @@ bool HasElementChild(const xmlNode* element) {
 
 bool KeepsBlanks(const xmlNode* element, bool isInherited) {
     for (const xmlAttr* attribute = element->properties; attribute; attribute = attribute->next) {
-        const bool isSpace = attribute->ns && ViewOf(attribute->ns->href) == ViewOf(XML_XML_NAMESPACE) &&
-                             ViewOf(attribute->name) == "space";
+        const bool isSpace =
+            attribute->ns && IsXmlNamespace(*attribute->ns) && ViewOf(attribute->name) == "space";
         if (!isSpace || !attribute->children) continue;
         const std::string_view value = ViewOf(attribute->children->content);
         if (value == "preserve") return true;
@@ -253,6 +253,7 @@ std::shared_ptr<XmlTree> ReadXml(std::string_view text) {
         RaiseXmlFaultAt(text, at, "the bytes are not well-formed UTF-8");
     CheckAttributeCounts(text);
 
+    const QuietLibrary quiet;
     auto tree = std::make_shared<XmlTree>(Parse(text).Run(), HasDeclaration(text));
     DropBlanks(xmlDocGetRootElement(tree->Document()));
     return tree;

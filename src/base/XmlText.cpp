@@ -4,6 +4,10 @@
 
 namespace base {
 
+bool IsXmlNamespace(const xmlNs& space) noexcept {
+    return ViewOf(space.href) == "http://www.w3.org/XML/1998/namespace";
+}
+
 std::string QualifiedName(const xmlNs* space, const xmlChar* name) {
     std::string qualified;
     if (space && space->prefix) qualified.append(ViewOf(space->prefix)).append(":");

@@ -15,6 +15,9 @@ inline const xmlChar* XmlText(const char* text) {
     return reinterpret_cast<const xmlChar*>(text);
 }
 
+/// Whether this is the namespace of "xml:space" and its like, which needs no declaration.
+bool IsXmlNamespace(const xmlNs& space) noexcept;
+
 /// Name with prefix.
 std::string QualifiedName(const xmlNs* space, const xmlChar* name);
 

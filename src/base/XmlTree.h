@@ -1,11 +1,10 @@
 #pragma once
 
+#include "base/XmlSelection.h"
+
 #include <libxml/tree.h>
-#include <libxml/xpath.h>
 
 #include <memory>
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace base {
@@ -14,13 +13,14 @@ namespace base {
 /// to select nodes. Everything is freed with the last of them.
 class XmlTree {
 public:
+    /// Takes the document over.
     XmlTree(xmlDoc* document, bool hasDeclaration);
     ~XmlTree();
     XmlTree(const XmlTree&) = delete;
     XmlTree& operator=(const XmlTree&) = delete;
 
-    xmlDoc* Document() const { return document_; }
-    xmlNode* DocumentNode() const { return reinterpret_cast<xmlNode*>(document_); }
+    xmlDoc* Document() const { return document_.get(); }
+    xmlNode* DocumentNode() const { return reinterpret_cast<xmlNode*>(document_.get()); }
     /// Whether the source had an XML declaration.
     bool HasDeclaration() const { return hasDeclaration_; }
 
@@ -28,24 +28,16 @@ public:
     /// it, else with the tree.
     void Remove(xmlNode* node, bool isForgettable);
 
-    /// The nodes that an XPath expression selects, in document order, evaluated at `node`.
-    std::vector<xmlNode*> Select(xmlNode* node, const std::string& xpath);
+    XmlSelection& Selection() { return selection_; }
 
 private:
     struct Free {
-        void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
-        void operator()(xmlXPathCompExpr* expression) const { xmlXPathFreeCompExpr(expression); }
-        void operator()(xmlXPathObject* object) const { xmlXPathFreeObject(object); }
+        void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
     };
-
-    xmlXPathContext& SelectionContext();
-    [[noreturn]] void RaiseSelection(const std::string& xpath, std::string reason);
-
-    xmlDoc* document_;
+    std::unique_ptr<xmlDoc, Free> document_;
     bool hasDeclaration_;
     std::vector<xmlNode*> removed_;
-    std::unique_ptr<xmlXPathContext, Free> selection_;
-    std::string selectionFault_; // what libxml2 said of the expression at hand
+    XmlSelection selection_;
 };
 
 /// Counts of the handles to a node, kept in the node itself.

@@ -33,7 +33,7 @@ std::string_view ReferenceTo(char character) {
 
 /// Whether a namespace stands under its prefix at `element`, looking no further up than `top`.
 bool IsDeclared(const xmlNs* space, const xmlNode* element, const xmlNode* top) {
-    if (ViewOf(space->href) == ViewOf(XML_XML_NAMESPACE)) return true;
+    if (IsXmlNamespace(*space)) return true;
     for (; element && element->type == XML_ELEMENT_NODE; element = element->parent) {
         for (const xmlNs* each = element->nsDef; each; each = each->next) {
             if (ViewOf(each->prefix) == ViewOf(space->prefix))
@@ -46,7 +46,7 @@ bool IsDeclared(const xmlNs* space, const xmlNode* element, const xmlNode* top) 
 
 class Writer {
 public:
-    explicit Writer(const xmlNode* top) : top_(top) {}
+    Writer(const xmlNode* top, XmlPlaces* places) : top_(top), places_(places) {}
 
     /// Writes what stands before the node's children.
     void Open(const xmlNode* node) {
@@ -75,16 +75,20 @@ public:
 
     /// Writes what stands behind the node's children.
     void Close(const xmlNode* node) {
-        if (node->type != XML_ELEMENT_NODE || !node->children) return;
-        text_ += "</";
-        AppendName(node->ns, node->name);
-        text_ += '>';
+        if (node->type != XML_ELEMENT_NODE) return;
+        if (node->children) {
+            text_ += "</";
+            AppendName(node->ns, node->name);
+            text_ += '>';
+        }
+        if (places_) places_->OnEnd(node, text_.size());
     }
 
     std::string Take() { return std::move(text_); }
 
 private:
     void OpenElement(const xmlNode* element) {
+        if (places_) places_->OnBegin(element, text_.size());
         text_ += '<';
         AppendName(element->ns, element->name);
         for (const xmlNs* space = element->nsDef; space; space = space->next)
@@ -141,13 +145,14 @@ private:
     }
 
     const xmlNode* top_;
+    XmlPlaces* places_;
     std::string text_;
 };
 
 } // namespace
 
-std::string WriteXml(xmlNode* top) {
-    Writer writer(top);
+std::string WriteXml(xmlNode* top, XmlPlaces* places) {
+    Writer writer(top, places);
     xmlNode* node = top;
     while (true) {
         writer.Open(node);

@@ -1,0 +1,119 @@
+#include "base/XmlSelection.h"
+
+#include "base/ComponentError.h"
+#include "base/Text.h"
+#include "base/XmlDocument.h"
+#include "base/XmlFault.h"
+#include "base/XmlText.h"
+
+#include <libxml/xpathInternals.h>
+
+#include <algorithm>
+#include <new>
+
+namespace base {
+
+namespace {
+
+constexpr unsigned long maximumSteps = 50'000'000; // about a second or two
+
+const char* ReasonOf(int error) {
+    switch (error) {
+    case XPATH_UNFINISHED_LITERAL_ERROR:
+        return "a quote is not closed";
+    case XPATH_VARIABLE_REF_ERROR:
+        return "a variable has no name";
+    case XPATH_UNDEF_VARIABLE_ERROR:
+        return "there are no variables";
+    case XPATH_INVALID_PREDICATE_ERROR:
+        return "a predicate is malformed";
+    case XPATH_UNKNOWN_FUNC_ERROR:
+        return "there is no such function";
+    case XPATH_INVALID_OPERAND:
+        return "an operand is of a wrong kind";
+    case XPATH_INVALID_TYPE:
+        return "a value is of a wrong kind";
+    case XPATH_INVALID_ARITY:
+        return "a function has a wrong number of arguments";
+    case XPATH_UNDEF_PREFIX_ERROR:
+        return "there are no namespace prefixes";
+    case XPATH_OP_LIMIT_EXCEEDED:
+        return "it takes too many steps";
+    case XPATH_RECURSION_LIMIT_EXCEEDED:
+        return "it is nested too deeply";
+    default:
+        return "it is malformed";
+    }
+}
+
+void TakeFault(void* fault, XmlErrorArgument error) {
+    auto& text = *static_cast<std::string*>(fault);
+    if (!text.empty()) return;
+    text = ReasonOf(error->code - XML_XPATH_EXPRESSION_OK);
+    if (error->str1) text += " (at character " + std::to_string(error->int1 + 1) + ")";
+}
+
+const char* KindOf(const xmlXPathObject& object) {
+    switch (object.type) {
+    case XPATH_BOOLEAN:
+        return "a boolean";
+    case XPATH_NUMBER:
+        return "a number";
+    case XPATH_STRING:
+        return "a text";
+    default:
+        return "something else";
+    }
+}
+
+} // namespace
+
+xmlXPathContext& XmlSelection::ReadyContext() {
+    if (!context_) {
+        context_.reset(xmlXPathNewContext(document_));
+        if (!context_) throw std::bad_alloc();
+        context_->error = &TakeFault;
+        context_->userData = &fault_;
+        context_->opLimit = maximumSteps;
+    }
+    fault_.clear();
+    context_->opCount = 0;
+    return *context_;
+}
+
+void XmlSelection::Refuse(const std::string& xpath, const std::string& reason) {
+    constexpr std::size_t shownCharacters = 500;
+    // A failed evaluation may leave marks in the context.
+    context_.reset();
+    const std::u32string characters = ToCodePoints(FirstCharacters(xpath, shownCharacters));
+    throw ComponentError(errors::InvalidCall, "XmlDocument",
+                         "the XPath \"" + FromCodePoints(characters) + "\" was refused: " + reason);
+}
+
+std::vector<xmlNode*> XmlSelection::Select(xmlNode* node, const std::string& xpath) {
+    if (xpath.size() > XmlDocument::MaximumExpression)
+        Refuse(xpath, "it has " + std::to_string(xpath.size()) + " bytes, at most " +
+                          std::to_string(XmlDocument::MaximumExpression) + " are read");
+    if (!IsXmlText(xpath)) Refuse(xpath, "it is no text of XML characters in UTF-8");
+
+    const QuietLibrary quiet;
+    xmlXPathContext& context = ReadyContext();
+    context.node = node;
+    const std::unique_ptr<xmlXPathCompExpr, Free> expression(
+        xmlXPathCtxtCompile(&context, XmlText(xpath.c_str())));
+    if (!expression) Refuse(xpath, fault_.empty() ? "it is malformed" : fault_);
+    const std::unique_ptr<xmlXPathObject, Free> object(xmlXPathCompiledEval(expression.get(), &context));
+    if (!object || !fault_.empty()) Refuse(xpath, fault_.empty() ? "it cannot be evaluated" : fault_);
+    if (object->type != XPATH_NODESET)
+        Refuse(xpath, std::string("it gives ") + KindOf(*object) + " where nodes are wanted");
+
+    if (!object->nodesetval) return {};
+    xmlXPathNodeSetSort(object->nodesetval);
+    std::vector<xmlNode*> nodes(object->nodesetval->nodeTab,
+                                object->nodesetval->nodeTab + object->nodesetval->nodeNr);
+    // Namespace nodes are copies that go with the result.
+    std::erase_if(nodes, [](const xmlNode* each) { return each->type == XML_NAMESPACE_DECL; });
+    return nodes;
+}
+
+} // namespace base
