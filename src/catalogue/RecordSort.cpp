@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,80 +9,103 @@ namespace kvtm {
 
 namespace {
 
-/// A text that compares by its first eight bytes before the rest is looked at. UTF-8 orders by bytes as by
-/// character codes.
-class TextKey {
-public:
-    explicit TextKey(std::string text) : text_(std::move(text)) {
-        for (std::size_t at = 0; at < sizeof start_; ++at)
-            start_ = start_ << 8 | (at < text_.size() ? static_cast<unsigned char>(text_[at]) : 0U);
-    }
-    friend bool operator<(const TextKey& left, const TextKey& right) noexcept {
-        return left.start_ != right.start_ ? left.start_ < right.start_ : left.text_ < right.text_;
-    }
-    friend bool operator>(const TextKey& left, const TextKey& right) noexcept { return right < left; }
+using Texts = std::vector<std::string>;
 
-private:
-    std::uint64_t start_ = 0;
-    std::string text_;
+/// What decides first between two records, and which record it is.
+template <class Start> struct Sortable {
+    Start start;
+    std::size_t index;
 };
 
-template <class Key> struct Sortable {
-    Key key;
-    const ToolRecord* record;
-};
-
-std::string TextOf(const ToolRecord& record, const RecordOrder& order) {
-    return record->Get(order.property).ToText();
+Texts ReadTexts(const ToolCollection& records, const RecordOrder& order) {
+    Texts texts;
+    texts.reserve(records.Count());
+    for (const ToolRecord& record : records)
+        texts.push_back(record->Get(order.property).ToText());
+    return texts;
 }
 
-std::vector<Sortable<TextKey>> ReadTexts(const ToolCollection& records, const RecordOrder& order) {
-    std::vector<Sortable<TextKey>> read;
-    read.reserve(records.Count());
-    for (const ToolRecord& record : records)
-        read.push_back({TextKey(TextOf(record, order)), &record});
-    return read;
+std::size_t CommonStart(const Texts& texts) {
+    if (texts.empty()) return 0;
+    std::size_t length = texts.front().size();
+    for (const std::string& text : texts) {
+        const std::size_t limit = std::min(length, text.size());
+        const auto differing = std::mismatch(text.data(), text.data() + limit, texts.front().data());
+        length = static_cast<std::size_t>(differing.first - text.data());
+    }
+    return length;
+}
+
+/// The eight bytes behind what all texts have in common: most pairs differ there. UTF-8 orders by bytes as by
+/// character codes.
+std::vector<Sortable<std::uint64_t>> StartsOf(const Texts& texts) {
+    const std::size_t common = CommonStart(texts);
+    std::vector<Sortable<std::uint64_t>> starts;
+    starts.reserve(texts.size());
+    for (const std::string& text : texts) {
+        std::uint64_t start = 0;
+        for (std::size_t at = common; at < common + sizeof start; ++at)
+            start = start << 8 | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
+        starts.push_back({start, starts.size()});
+    }
+    return starts;
 }
 
 // The second record is the first that is compared: the first one's text is converted after its own.
 std::vector<Sortable<base::Date>> ReadDates(const ToolCollection& records, const RecordOrder& order) {
-    std::vector<Sortable<base::Date>> read;
-    read.reserve(records.Count());
-    std::string firstText;
+    std::vector<Sortable<base::Date>> dates;
+    dates.reserve(records.Count());
+    base::Value firstText;
     for (const ToolRecord& record : records) {
-        std::string text = TextOf(record, order);
-        if (read.empty()) {
+        base::Value text(record->Get(order.property).ToText());
+        if (dates.empty()) {
             firstText = std::move(text);
-            read.push_back({base::Date{}, &record});
+            dates.push_back({base::Date{}, 0});
             continue;
         }
-        read.push_back({base::Value(std::move(text)).ToDate(), &record});
-        if (read.size() == 2) read.front().key = base::Value(std::move(firstText)).ToDate();
+        dates.push_back({text.ToDate(), dates.size()});
+        if (dates.size() == 2) dates.front().start = firstText.ToDate();
     }
-    return read;
+    return dates;
 }
 
-template <class Key, class Before>
-ToolCollection InOrder(std::vector<Sortable<Key>> read, Before goesBefore) {
-    std::stable_sort(read.begin(), read.end(), [&](const Sortable<Key>& left, const Sortable<Key>& right) {
-        return goesBefore(left.key, right.key);
-    });
+template <class Start, class GoesBefore> ToolCollection
+InOrder(const ToolCollection& records, std::vector<Sortable<Start>> sortables, GoesBefore goesBefore) {
+    std::stable_sort(sortables.begin(), sortables.end(), goesBefore);
+    std::vector<const ToolRecord*> unsorted;
+    unsorted.reserve(records.Count());
+    for (const ToolRecord& record : records)
+        unsorted.push_back(&record);
     ToolCollection sorted;
-    for (const Sortable<Key>& next : read)
-        sorted.Add(*next.record);
+    for (const Sortable<Start>& next : sortables)
+        sorted.Add(*unsorted[next.index]);
     return sorted;
 }
 
 } // namespace
 
 ToolCollection SortRecords(const ToolCollection& records, const RecordOrder& order) {
-    if (order.asDates && order.descending) {
-        const auto nothingIsDecided = [](const TextKey&, const TextKey&) { return false; };
-        return InOrder(ReadTexts(records, order), nothingIsDecided);
+    using Text = Sortable<std::uint64_t>;
+    using Date = Sortable<base::Date>;
+    if (order.asDates && !order.descending) {
+        return InOrder(records, ReadDates(records, order),
+                       [](const Date& left, const Date& right) { return left.start < right.start; });
     }
-    if (order.asDates) return InOrder(ReadDates(records, order), std::less<>());
-    if (order.descending) return InOrder(ReadTexts(records, order), std::greater<>());
-    return InOrder(ReadTexts(records, order), std::less<>());
+    const Texts texts = ReadTexts(records, order);
+    if (order.asDates) { // nothing is decided
+        ToolCollection unchanged;
+        for (const ToolRecord& record : records)
+            unchanged.Add(record);
+        return unchanged;
+    }
+    const auto isLess = [&](const Text& left, const Text& right) {
+        return left.start != right.start ? left.start < right.start : texts[left.index] < texts[right.index];
+    };
+    if (order.descending) {
+        return InOrder(records, StartsOf(texts),
+                       [&](const Text& left, const Text& right) { return isLess(right, left); });
+    }
+    return InOrder(records, StartsOf(texts), isLess);
 }
 
 } // namespace kvtm
