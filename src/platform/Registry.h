@@ -19,6 +19,7 @@ inline constexpr std::int32_t Success = 0;
 inline constexpr std::int32_t NotFound = 2;
 inline constexpr std::int32_t AccessDenied = 5;
 inline constexpr std::int32_t InvalidHandle = 6;
+inline constexpr std::int32_t InvalidParameter = 87;
 inline constexpr std::int32_t MoreData = 234;
 } // namespace registryResult
 
@@ -29,10 +30,12 @@ inline constexpr std::uint32_t RegSz = 1;
 using RegistryKey = std::uintptr_t;
 
 /// The four registry operations used, with the system's result codes. Texts are ANSI bytes (see CodePage).
+/// Throws ComponentError only where the system behind it is a file that is damaged or cannot be written.
 class Registry {
 public:
     virtual ~Registry() = default;
-    /// On Linux: the file registry.reg of the installation, read and written whole.
+    /// On Linux: the file registry.reg of the installation, read whole when a key is opened and written
+    /// whole, in one step, when a value is set. No such file: no key is found.
     static std::unique_ptr<Registry> Create(const FilePaths& paths);
 
     virtual std::int32_t OpenKey(std::uint32_t hive, std::string_view subKey, std::uint32_t access,

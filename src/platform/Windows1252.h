@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+
+namespace platform::windows1252 {
+
+/// The character of a byte. Every byte has one: the five that the code page leaves undefined are the C1
+/// controls of the same number, as the real system maps them.
+char32_t ToCharacter(unsigned char byte) noexcept;
+/// The byte of a character; nothing for a character outside the code page.
+std::optional<unsigned char> ToByte(char32_t character) noexcept;
+
+} // namespace platform::windows1252

@@ -1,0 +1,131 @@
+#include "platform/linux/PrinterQuery.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <csignal>
+#include <cups/cups.h>
+#include <dlfcn.h>
+#include <mutex>
+#include <pthread.h>
+#include <thread>
+
+namespace platform {
+
+/// Owned by asker and thread together: neither can outlive it.
+struct PrinterQuery::Shared {
+    std::chrono::milliseconds patience{};
+    int cancelled = 0; // read by the library as a plain number
+    std::mutex mutex;  // over all below
+    std::condition_variable settled;
+    bool isSettled = false;
+    std::optional<PrinterAnswer> answer;
+    std::thread thread; // the asker's alone
+};
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// The library's set-up makes the whole process ignore SIGPIPE; that is the host's to decide. The asking
+/// thread has every signal blocked, so it needs none of it.
+void InitialiseOnce() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        struct sigaction before {};
+        ::sigaction(SIGPIPE, nullptr, &before);
+        ::httpInitialize();
+        ::sigaction(SIGPIPE, &before, nullptr);
+    });
+}
+
+const char* NoPassword(const char*, http_t*, const char*, const char*, void*) {
+    return nullptr;
+}
+int GiveUp(http_t*, void*) {
+    return 0;
+}
+
+std::optional<PrinterAnswer> Ask(std::chrono::milliseconds patience, int& cancelled) {
+    ::cupsSetPasswordCB2(NoPassword, nullptr); // the library's own would ask on the terminal
+    const auto start = Clock::now();
+    http_t* http = ::httpConnect2(::cupsServer(), ::ippPort(), nullptr, AF_UNSPEC, ::cupsEncryption(), 1,
+                                  static_cast<int>(patience.count()), &cancelled);
+    if (http == nullptr) { // refused, or nobody there to refuse
+        const bool isAbsent = Clock::now() - start < patience;
+        return isAbsent ? std::optional(PrinterAnswer{}) : std::nullopt;
+    }
+    ::httpSetTimeout(http, std::chrono::duration<double>(patience).count(), GiveUp, nullptr);
+    cups_dest_t* destinations = nullptr;
+    const int count = ::cupsGetDests2(http, &destinations);
+    const ipp_status_t status = ::cupsLastError();
+
+    std::optional<PrinterAnswer> answer;
+    const bool hasFailed =
+        count == 0 && status > IPP_STATUS_OK_CONFLICTING && status != IPP_STATUS_ERROR_NOT_FOUND;
+    if (!hasFailed) answer.emplace();
+    for (int i = 0; i < count; ++i) {
+        const cups_dest_t& destination = destinations[i];
+        if (destination.instance == nullptr) answer->names.emplace_back(destination.name);
+        if (destination.is_default != 0) answer->defaultName = destination.name;
+    }
+    ::cupsFreeDests(count, destinations);
+    ::httpClose(http);
+    return answer;
+}
+
+/// Keeps this library in memory to the end of the process: a thread that is given up still runs in it.
+void StayLoaded() {
+    static const char here = 0;
+    Dl_info info{};
+    if (::dladdr(&here, &info) != 0 && info.dli_fname != nullptr)
+        ::dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
+} // namespace
+
+PrinterQuery::PrinterQuery(std::chrono::milliseconds patience) : shared_(std::make_shared<Shared>()) {
+    InitialiseOnce();
+    shared_->patience = patience;
+    sigset_t all, before;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before); // the host's signals are for the host's threads
+    try {
+        shared_->thread = std::thread([shared = shared_] {
+            std::optional<PrinterAnswer> answer;
+            try {
+                answer = Ask(shared->patience, shared->cancelled);
+            } catch (...) { // no memory: no answer
+            }
+            const std::lock_guard lock(shared->mutex);
+            shared->answer = std::move(answer);
+            shared->isSettled = true;
+            shared->settled.notify_all();
+        });
+    } catch (...) {
+        ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        throw;
+    }
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+PrinterQuery::~PrinterQuery() {
+    if (WaitUntil(Clock::now())) {
+        shared_->thread.join(); // past its last step: at once
+        return;
+    }
+    std::atomic_ref(shared_->cancelled).store(1);
+    StayLoaded();
+    shared_->thread.detach();
+}
+
+bool PrinterQuery::WaitUntil(Clock::time_point deadline) {
+    std::unique_lock lock(shared_->mutex);
+    return shared_->settled.wait_until(lock, deadline, [this] { return shared_->isSettled; });
+}
+
+std::optional<PrinterAnswer> PrinterQuery::Answer() const {
+    const std::lock_guard lock(shared_->mutex);
+    return shared_->answer;
+}
+
+} // namespace platform

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/linux/RegistryText.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// A registry value as the operations hand it out: strings in ANSI bytes, with a NUL where one is stored.
+struct RegistryValue {
+    std::uint32_t type = 0;
+    std::string data;
+};
+
+/// A registry file in the text form that registry editors export (version 5.00, or the older REGEDIT4). It is
+/// read from top to bottom, as an import would: a later value takes the place of an earlier one, "-" deletes.
+/// Comments and everything else stay as they are when a value is written.
+///
+/// A string stored without its NUL (or with more than one, or with control characters) has no quoted form: it
+/// stands as `hex(1):` with the bytes of its UTF-16 units (in a REGEDIT4 file, of its ANSI bytes).
+class RegistryFile {
+public:
+    static constexpr std::size_t MaximumBytes = std::size_t{16} << 20;
+    static constexpr std::size_t MaximumLine = std::size_t{1} << 20;
+
+    /// Throws ComponentError with file and line for what cannot be understood. A file without any statement
+    /// is an empty registry. `file` is used for errors only; `codePage` must outlive the object.
+    RegistryFile(std::string_view bytes, const CodePage& codePage, std::string file);
+
+    /// Full key paths ("HKEY_LOCAL_MACHINE\SOFTWARE\..."), names and paths without regard to letter case.
+    bool HasKey(std::string_view key) const;
+    /// The empty name is the key's default value.
+    std::optional<RegistryValue> Find(std::string_view key, std::string_view name) const;
+    /// The file's bytes with this value set. The key must exist, the name have no control characters.
+    std::string WithValue(std::string_view key, std::string_view name, const RegistryValue& value) const;
+
+private:
+    struct Range {
+        std::size_t begin = 0, end = 0; // offsets in the text: whole lines, line end included
+        std::size_t value = 0;          // where the text behind "=" begins
+    };
+    struct Key {
+        std::optional<std::size_t> insertAt; // behind the last line of its section, when it has one
+        std::map<std::string, Range, std::less<>> values;
+    };
+    class Reader;
+
+    std::string LineFor(std::string_view name, const RegistryValue& value) const;
+
+    const CodePage& codePage_;
+    std::string file_;
+    RegistryText source_;
+    bool isVersion5_ = true;
+    std::string lineEnd_ = "\r\n";
+    std::map<std::string, Key, std::less<>> keys_; // by full path in upper case
+};
+
+} // namespace platform
