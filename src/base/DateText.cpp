@@ -121,16 +121,14 @@ private:
         const Number first = ReadNumber();
         if (first.digits == 0) return false;
         const char separator = Peek();
-        if (separator == '-' || separator == '/') {
-            ++at_;
-        } else if (!SkipBlanks()) {
-            return false;
-        }
+        const bool isMarked = Accept('-') || Accept('/');
+        if (!isMarked && !SkipBlanks()) return false;
         if (IsLetter(Peek())) {
             time.day = first.value;
             return first.digits <= 2 && ReadMonthName(time) && SkipDaySeparator() &&
                    SetYear(time, ReadNumber());
         }
+        if (!isMarked) return false;
         const Number second = ReadNumber();
         if (second.digits == 0 || second.digits > 2 || !Accept(separator)) return false;
         const Number third = ReadNumber();
