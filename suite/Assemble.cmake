@@ -1,8 +1,11 @@
-# Puts the sample installation together, from scratch: cmake -DDATA=... -DSUITE=... -DPLACES=... -P Assemble.cmake
+# Puts the sample installation together, from scratch, all but its catalogue:
+#
+#   cmake -DDATA=... -DSUITE=... -DPLACES=... -DSTRIP=... -P Assemble.cmake
 #
 #   DATA    the folder of data, copied as it is
 #   SUITE   the installation folder to make; what was there before goes
-#   PLACES  a file with one line for each built file: its path, "|" and its place below drive_c/QUARRA
+#   PLACES  a file with one line for each built file: "code" or "data", "|", its path, "|", its place below drive_c/QUARRA
+#   STRIP   the program that takes debugging information out of code; perhaps empty
 
 set(quarra "${SUITE}/drive_c/QUARRA")
 file(REMOVE_RECURSE "${SUITE}")
@@ -19,8 +22,15 @@ endforeach()
 
 file(STRINGS "${PLACES}" lines ENCODING UTF-8)
 foreach(line IN LISTS lines)
-  string(REGEX MATCH "^(.*)\\|(.*)$" line "${line}")
-  get_filename_component(folder "${quarra}/${CMAKE_MATCH_2}" DIRECTORY)
+  string(REGEX MATCH "^([^|]*)\\|([^|]*)\\|([^|]*)$" line "${line}")
+  set(kind "${CMAKE_MATCH_1}")
+  set(built "${CMAKE_MATCH_2}")
+  set(place "${quarra}/${CMAKE_MATCH_3}")
+  cmake_path(GET place PARENT_PATH folder)
   file(MAKE_DIRECTORY "${folder}")
-  file(COPY_FILE "${CMAKE_MATCH_1}" "${quarra}/${CMAKE_MATCH_2}")
+  if(kind STREQUAL "code" AND STRIP)
+    execute_process(COMMAND "${STRIP}" --strip-debug -o "${place}" "${built}" COMMAND_ERROR_IS_FATAL ANY)
+  else()
+    file(COPY_FILE "${built}" "${place}")
+  endif()
 endforeach()
