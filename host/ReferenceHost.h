@@ -19,6 +19,8 @@
 
 namespace arvon::host {
 
+class HostFramework;
+
 /// Identifiers of those who send and listen.
 namespace listenerId {
 inline constexpr std::string_view Component = "KvTM10"; // the tool manager
@@ -185,7 +187,7 @@ public:
 
     private:
         friend class ReferenceHost;
-        explicit ModelView(const class HostFramework& framework) : framework_(&framework) {}
+        explicit ModelView(const HostFramework& framework) : framework_(&framework) {}
         const HostFramework* framework_;
     };
     ModelView Model() const;

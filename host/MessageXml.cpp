@@ -1,0 +1,429 @@
+#include "host/MessageXml.h"
+
+#include "base/ComponentError.h"
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/xmlerror.h>
+
+#include <charconv>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <span>
+#include <utility>
+
+namespace arvon::host::messageXml {
+
+namespace {
+
+std::string_view View(const xmlChar* text) {
+    return text ? std::string_view(reinterpret_cast<const char*>(text)) : std::string_view();
+}
+
+struct NumberAttribute {
+    std::string_view name;
+    std::size_t place; // in Content::numbers
+};
+constexpr std::array requestNumbers{NumberAttribute{"Mode", 0}};
+constexpr std::array eventNumbers{NumberAttribute{"ObjectType", 0}, NumberAttribute{"Category", 1},
+                                  NumberAttribute{"Level", 2}};
+
+bool IsBlank(std::string_view text) {
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+/// Takes the parser's events in and builds the content; refuses at the first that does not fit.
+class Reader {
+public:
+    Reader(Root root, xmlParserCtxt& parser) : root_(root), parser_(parser) {}
+
+    void Start(std::string_view name, std::span<const xmlChar*> attributes) {
+        switch (place_) {
+        case Place::Outside:
+            if (name != RootName())
+                return Refuse("expected the root \"" + std::string(RootName()) + "\", found \"" +
+                              std::string(name) + "\"");
+            place_ = Place::Root;
+            return ReadRoot(attributes);
+        case Place::Root:
+            if (name != "Parameters" || hasParameters_ || !attributes.empty()) return RefuseElement(name);
+            hasParameters_ = true;
+            place_ = Place::Parameters;
+            return;
+        case Place::Parameters:
+            if (name != "Parameter") return RefuseElement(name);
+            place_ = Place::Parameter;
+            return ReadParameter(attributes);
+        case Place::Parameter:
+            return RefuseElement(name);
+        }
+    }
+
+    void End() {
+        switch (place_) {
+        case Place::Parameter:
+            place_ = Place::Parameters;
+            return AddParameter();
+        case Place::Parameters:
+            place_ = Place::Root;
+            return;
+        default:
+            place_ = Place::Outside;
+        }
+    }
+
+    void Characters(std::string_view text) {
+        if (place_ == Place::Parameter) {
+            text_.append(text);
+        } else if (!IsBlank(text)) {
+            Refuse("text between elements");
+        }
+    }
+
+    void Refuse(std::string reason) {
+        if (!problem_.empty()) return;
+        problem_ = std::move(reason);
+        line_ = parser_.input ? parser_.input->line : 0;
+        xmlStopParser(&parser_);
+    }
+
+    const std::string& Problem() const { return problem_; }
+    int Line() const { return line_; }
+    Content Take() { return std::move(content_); }
+
+private:
+    enum class Place { Outside, Root, Parameters, Parameter };
+
+    std::string_view RootName() const { return root_ == Root::Request ? "Request" : "Event"; }
+    std::span<const NumberAttribute> Numbers() const {
+        if (root_ == Root::Request) return requestNumbers;
+        return eventNumbers;
+    }
+
+    void RefuseElement(std::string_view name) { Refuse("unexpected element \"" + std::string(name) + "\""); }
+
+    /// Calls take(name, value) for each attribute; refuses the ones that it does not take, and prefixed ones.
+    template <class Take> void ForEachAttribute(std::span<const xmlChar*> attributes, Take take) {
+        for (std::size_t index = 0; index + 5 <= attributes.size(); index += 5) {
+            const std::string_view name = View(attributes[index]);
+            const char* begin = reinterpret_cast<const char*>(attributes[index + 3]);
+            const char* end = reinterpret_cast<const char*>(attributes[index + 4]);
+            const std::string_view value(begin, static_cast<std::size_t>(end - begin));
+            if (attributes[index + 1] || !take(name, value))
+                return Refuse("unexpected attribute \"" + std::string(name) + "\"");
+        }
+    }
+
+    std::int32_t Integer(std::string_view name, std::string_view text) {
+        std::int32_t number = 0;
+        const char* end = text.data() + text.size();
+        const auto [stop, error] = std::from_chars(text.data(), end, number);
+        if (error != std::errc() || stop != end) {
+            Refuse("\"" + std::string(name) + "\" is no 32-bit integer: \"" +
+                   std::string(text.substr(0, 40)) + "\"");
+        }
+        return number;
+    }
+
+    void ReadRoot(std::span<const xmlChar*> attributes) {
+        ForEachAttribute(attributes, [this](std::string_view name, std::string_view value) {
+            if (name == (root_ == Root::Request ? "Type" : "Name")) {
+                content_.name = value;
+                return true;
+            }
+            for (const NumberAttribute& number : Numbers()) {
+                if (number.name != name) continue;
+                content_.numbers[number.place] = Integer(name, value);
+                return true;
+            }
+            return false;
+        });
+    }
+
+    void ReadParameter(std::span<const xmlChar*> attributes) {
+        name_.clear();
+        type_ = 0;
+        text_.clear();
+        ForEachAttribute(attributes, [this](std::string_view name, std::string_view value) {
+            if (name == "Name") {
+                name_ = value;
+            } else if (name == "Type") {
+                type_ = Integer(name, value);
+            } else {
+                return false;
+            }
+            return true;
+        });
+    }
+
+    void AddParameter() {
+        if (!problem_.empty()) return;
+        Value value = type_ == static_cast<std::int32_t>(ParameterType::Integer)
+                          ? Value(Integer(name_, text_))
+                          : Value(std::move(text_));
+        content_.parameters.push_back(std::make_shared<Parameter>(type_, std::move(name_), std::move(value)));
+    }
+
+    Root root_;
+    xmlParserCtxt& parser_;
+    Place place_ = Place::Outside;
+    bool hasParameters_ = false;
+    Content content_;
+    std::string name_;
+    std::int32_t type_ = 0;
+    std::string text_;
+    std::string problem_;
+    int line_ = 0;
+};
+
+// The parser is a C library: nothing may be thrown through it.
+template <class Step> void Guarded(void* context, Step step) noexcept {
+    auto* parser = static_cast<xmlParserCtxt*>(context);
+    auto* reader = static_cast<Reader*>(parser->_private);
+    if (!reader->Problem().empty()) return;
+    try {
+        step(*reader);
+    } catch (const std::exception&) {
+        xmlStopParser(parser);
+        parser->wellFormed = 0;
+    }
+}
+
+xmlSAXHandler Handlers() {
+    xmlSAXHandler handlers{};
+    handlers.initialized = XML_SAX2_MAGIC;
+    handlers.startElementNs = [](void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar*,
+                                 int namespaces, const xmlChar**, int attributeCount, int,
+                                 const xmlChar** attributes) {
+        Guarded(context, [&](Reader& reader) {
+            if (prefix || namespaces > 0) return reader.Refuse("unexpected namespace");
+            reader.Start(View(name), std::span(attributes, static_cast<std::size_t>(attributeCount) * 5));
+        });
+    };
+    handlers.endElementNs = [](void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
+        Guarded(context, [](Reader& reader) { reader.End(); });
+    };
+    const auto characters = [](void* context, const xmlChar* text, int length) {
+        Guarded(context, [&](Reader& reader) {
+            reader.Characters({reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)});
+        });
+    };
+    handlers.characters = characters;
+    handlers.ignorableWhitespace = characters;
+    handlers.cdataBlock = characters;
+    handlers.comment = [](void* context, const xmlChar*) {
+        Guarded(context, [](Reader& reader) { reader.Refuse("unexpected comment"); });
+    };
+    handlers.processingInstruction = [](void* context, const xmlChar*, const xmlChar*) {
+        Guarded(context, [](Reader& reader) { reader.Refuse("unexpected processing instruction"); });
+    };
+    handlers.internalSubset = [](void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
+        Guarded(context, [](Reader& reader) { reader.Refuse("unexpected document type declaration"); });
+    };
+    handlers.reference = [](void* context, const xmlChar*) {
+        Guarded(context, [](Reader& reader) { reader.Refuse("unexpected entity"); });
+    };
+    handlers.serror = [](void*, xmlErrorPtr) {};
+    return handlers;
+}
+
+struct FreeParser {
+    void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
+};
+using Parser = std::unique_ptr<xmlParserCtxt, FreeParser>;
+
+Parser NewParser() {
+    Parser parser(xmlNewParserCtxt());
+    if (!parser) throw std::bad_alloc();
+    *parser->sax = Handlers();
+    return parser;
+}
+
+[[noreturn]] void Refuse(Root root, int line, const std::string& reason) {
+    throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
+                               std::string(root == Root::Request ? "malformed request" : "malformed event") +
+                                   ", line " + std::to_string(line) + ": " + reason);
+}
+
+Content ReadWith(xmlParserCtxt& parser, Root root, std::string_view xml) {
+    Reader reader(root, parser);
+    parser._private = &reader;
+    constexpr int options = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC |
+                            XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+    xmlCtxtReadMemory(&parser, xml.data(), static_cast<int>(xml.size()), nullptr, nullptr, options);
+    parser._private = nullptr;
+    if (!reader.Problem().empty()) Refuse(root, reader.Line(), reader.Problem());
+    if (!parser.wellFormed) {
+        const xmlError* error = xmlCtxtGetLastError(&parser);
+        std::string reason = error && error->message ? error->message : "not well-formed";
+        while (!reason.empty() && (reason.back() == '\n' || reason.back() == '.'))
+            reason.pop_back();
+        Refuse(root, error ? error->line : 0, reason);
+    }
+    return reader.Take();
+}
+
+// Bytes that stand for themselves, in both texts and attribute values.
+constexpr std::array<bool, 256> plainBytes = [] {
+    std::array<bool, 256> plain{};
+    for (int byte = 0x20; byte < 0x7F; ++byte)
+        plain[static_cast<std::size_t>(byte)] = true;
+    for (const char special : {'&', '<', '>', '"'})
+        plain[static_cast<unsigned char>(special)] = false;
+    return plain;
+}();
+
+/// Length of the well-formed UTF-8 sequence at the start of `text` whose character XML can hold; 0 when there
+/// is none.
+std::size_t SequenceLength(std::string_view text) {
+    const auto at = [text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    const unsigned char lead = at(0);
+    if (lead < 0x80) return lead >= 0x20 ? 1 : 0;
+    const std::size_t length = lead >= 0xC2 && lead < 0xE0   ? 2
+                               : lead >= 0xE0 && lead < 0xF0 ? 3
+                               : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                             : 0;
+    if (length == 0 || text.size() < length) return 0;
+    for (std::size_t index = 1; index < length; ++index)
+        if ((at(index) & 0xC0) != 0x80) return 0;
+    const unsigned char second = at(1);
+    if (lead == 0xE0 && second < 0xA0) return 0;                   // overlong
+    if (lead == 0xED && second >= 0xA0) return 0;                  // surrogates
+    if (lead == 0xF0 && second < 0x90) return 0;                   // overlong
+    if (lead == 0xF4 && second >= 0x90) return 0;                  // beyond U+10FFFF
+    if (lead == 0xEF && second == 0xBF && at(2) >= 0xBE) return 0; // U+FFFE, U+FFFF
+    return length;
+}
+
+void AppendEscaped(std::string& out, std::string_view text, bool attribute) {
+    std::size_t done = 0;
+    std::size_t at = 0;
+    const auto put = [&](std::string_view replacement, std::size_t length) {
+        out.append(text, done, at - done).append(replacement);
+        at += length;
+        done = at;
+    };
+    while (at < text.size()) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        if (plainBytes[byte]) {
+            ++at;
+            continue;
+        }
+        switch (byte) {
+        case '&':
+            put("&amp;", 1);
+            continue;
+        case '<':
+            put("&lt;", 1);
+            continue;
+        case '>':
+            put("&gt;", 1);
+            continue;
+        case '"':
+            put("&quot;", 1);
+            continue;
+        case '\r':
+            put("&#13;", 1);
+            continue;
+        case '\t':
+            attribute ? put("&#9;", 1) : void(++at);
+            continue;
+        case '\n':
+            attribute ? put("&#10;", 1) : void(++at);
+            continue;
+        default:
+            break;
+        }
+        if (const std::size_t length = SequenceLength(text.substr(at))) {
+            at += length;
+        } else {
+            put("\xEF\xBF\xBD", 1);
+        }
+    }
+    out.append(text, done);
+}
+
+void AppendNumber(std::string& out, std::int32_t number) {
+    char digits[12];
+    const auto [end, error] = std::to_chars(digits, digits + sizeof digits, number);
+    out.append(digits, end);
+}
+
+void AppendParameters(std::string& out, const std::vector<std::shared_ptr<Parameter>>& parameters) {
+    out += "<Parameters>";
+    for (const auto& parameter : parameters) {
+        out += "<Parameter Name=\"";
+        AppendEscaped(out, parameter->NameText(), true);
+        out += "\" Type=\"";
+        AppendNumber(out, parameter->Type());
+        out += "\">";
+        if (const std::string* text = parameter->Content().TextIfAny()) {
+            AppendEscaped(out, *text, false);
+        } else {
+            AppendEscaped(out, parameter->Content().ToText(), false);
+        }
+        out += "</Parameter>";
+    }
+    out += "</Parameters>";
+}
+
+std::size_t EstimatedSize(std::string_view name, const std::vector<std::shared_ptr<Parameter>>& parameters) {
+    std::size_t size = 128 + name.size();
+    for (const auto& parameter : parameters) {
+        const std::string* text = parameter->Content().TextIfAny();
+        size += 64 + parameter->NameText().size() + (text ? text->size() : 0);
+    }
+    return size;
+}
+
+} // namespace
+
+Content Read(Root root, std::string_view xml) {
+    if (xml.size() > MaximumBytes)
+        Refuse(root, 1, std::to_string(xml.size()) + " bytes, more than " + std::to_string(MaximumBytes));
+    if (xml.empty()) Refuse(root, 1, "empty text");
+
+    // Making a parser costs more than parsing a message with it, so one is kept for the next message: unless
+    // that message was refused, for a parser remembers every name that it ever saw, or was large.
+    static thread_local Parser kept;
+    constexpr std::size_t largeBytes = 65536;
+    Parser parser = kept ? std::move(kept) : NewParser();
+    Content content = ReadWith(*parser, root, xml);
+    if (xml.size() <= largeBytes) kept = std::move(parser);
+    return content;
+}
+
+std::string WriteRequest(std::string_view type, std::int32_t mode,
+                         const std::vector<std::shared_ptr<Parameter>>& parameters) {
+    std::string out;
+    out.reserve(EstimatedSize(type, parameters));
+    out += "<Request Type=\"";
+    AppendEscaped(out, type, true);
+    out += "\" Mode=\"";
+    AppendNumber(out, mode);
+    out += "\">";
+    AppendParameters(out, parameters);
+    out += "</Request>";
+    return out;
+}
+
+std::string WriteEvent(std::int32_t objectType, std::string_view name, std::int32_t category,
+                       std::int32_t level, const std::vector<std::shared_ptr<Parameter>>& parameters) {
+    std::string out;
+    out.reserve(EstimatedSize(name, parameters));
+    out += "<Event ObjectType=\"";
+    AppendNumber(out, objectType);
+    out += "\" Name=\"";
+    AppendEscaped(out, name, true);
+    out += "\" Category=\"";
+    AppendNumber(out, category);
+    out += "\" Level=\"";
+    AppendNumber(out, level);
+    out += "\">";
+    AppendParameters(out, parameters);
+    out += "</Event>";
+    return out;
+}
+
+} // namespace arvon::host::messageXml

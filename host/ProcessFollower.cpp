@@ -1,0 +1,178 @@
+#include "host/ProcessFollower.h"
+
+#include "platform/Processes.h"
+
+#include <sys/epoll.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <utility>
+
+namespace arvon::host {
+
+namespace {
+
+constexpr int signalBase = 128; // exit code of a program that a signal ended, as shells count
+constexpr std::chrono::milliseconds unwatchedPause{20};
+
+/// Children must stay to be asked about their end: with SIGCHLD ignored the system would drop them.
+void KeepEndedChildren() {
+    struct sigaction action {};
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
+        action.sa_handler = SIG_DFL;
+        ::sigaction(SIGCHLD, &action, nullptr);
+    }
+}
+
+/// The exit code of an ended child, which is taken away with it; nothing while it runs. A child that is not
+/// there any more counts as ended well.
+std::optional<int> TakeExitCode(std::int64_t process) {
+    siginfo_t info{};
+    int result = 0;
+    do {
+        result = ::waitid(P_PID, static_cast<id_t>(process), &info, WEXITED | WNOHANG);
+    } while (result < 0 && errno == EINTR);
+    if (result < 0) return 0;
+    if (info.si_pid == 0) return {};
+    return info.si_code == CLD_EXITED ? info.si_status : signalBase + info.si_status;
+}
+
+} // namespace
+
+ProcessFollower::ProcessFollower(Trace& trace, platform::Processes& processes, Complete complete)
+    : trace_(trace), processes_(processes), complete_(std::move(complete)),
+      pollSet_(::epoll_create1(EPOLL_CLOEXEC)) {
+    KeepEndedChildren();
+}
+
+ProcessFollower::~ProcessFollower() {
+    for (const Followed& process : followed_) {
+        if (process.descriptor >= 0) ::close(process.descriptor);
+        TakeExitCode(process.handle);
+        processes_.Close(process.handle);
+    }
+    if (pollSet_ >= 0) ::close(pollSet_);
+}
+
+std::int32_t ProcessFollower::Start(std::string_view commandLine, std::string_view caller) {
+    const platform::Processes::Handle handle = processes_.Start(commandLine);
+    if (handle <= 0) {
+        trace_.Problem("could not be started: " + std::string(commandLine));
+        return 0;
+    }
+    Followed& process =
+        followed_.Add({handle, std::string(commandLine), std::string(caller), -1}, std::to_string(handle));
+    Watch(process);
+    trace_.Changed(ModelPart::Processes);
+    trace_.ProcessStarted(handle, std::string(commandLine));
+    return static_cast<std::int32_t>(handle);
+}
+
+bool ProcessFollower::Watch(Followed& process) {
+    if (watched_ >= MaximumWatched || pollSet_ < 0) return false;
+    const long opened = ::syscall(SYS_pidfd_open, static_cast<pid_t>(process.handle), 0);
+    if (opened < 0) return false;
+    epoll_event event{};
+    event.events = EPOLLIN;
+    event.data.u64 = static_cast<std::uint64_t>(process.handle);
+    if (::epoll_ctl(pollSet_, EPOLL_CTL_ADD, static_cast<int>(opened), &event) < 0) {
+        ::close(static_cast<int>(opened));
+        return false;
+    }
+    process.descriptor = static_cast<int>(opened);
+    ++watched_;
+    return true;
+}
+
+std::size_t ProcessFollower::WatchWaiting() {
+    std::size_t ended = 0;
+    for (std::size_t position = 1; position <= followed_.Count() && watched_ < followed_.Count();
+         ++position) {
+        Followed& process = followed_.Item(position);
+        if (process.descriptor >= 0 || Watch(process)) continue;
+        if (watched_ >= MaximumWatched || errno != ESRCH) break;
+        if (TakeEnd(std::to_string(process.handle))) { // somebody else took its end away
+            ++ended;
+            --position;
+        }
+    }
+    return ended;
+}
+
+bool ProcessFollower::TakeEnd(const std::string& key) {
+    Followed* found = followed_.Find(key);
+    if (!found) return false;
+    const auto exitCode = TakeExitCode(found->handle);
+    if (!exitCode) return false;
+    const Followed process = std::move(*found);
+    followed_.Remove(key);
+    if (process.descriptor >= 0) {
+        ::close(process.descriptor);
+        --watched_;
+    }
+    processes_.Close(process.handle);
+    trace_.Changed(ModelPart::Processes);
+    trace_.ProcessEnded(process.handle, *exitCode, process.commandLine);
+    complete_(process.caller, process.commandLine, static_cast<std::int32_t>(process.handle));
+    return true;
+}
+
+std::size_t ProcessFollower::TakeAllEnds() {
+    std::vector<std::string> keys;
+    for (const Followed& process : followed_)
+        keys.push_back(std::to_string(process.handle));
+    return static_cast<std::size_t>(
+        std::count_if(keys.begin(), keys.end(), [this](const std::string& key) { return TakeEnd(key); }));
+}
+
+std::size_t ProcessFollower::TakeEnds(std::chrono::milliseconds timeout) {
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + timeout;
+    std::size_t ended = 0;
+    for (;;) {
+        ended += WatchWaiting();
+        if (followed_.IsEmpty()) return ended;
+        auto left = std::max(std::chrono::milliseconds(0),
+                             std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()));
+        const bool isLast = left.count() == 0 || ended > 0;
+        if (ended > 0) left = std::chrono::milliseconds(0);
+        if (watched_ == 0) { // no descriptor to be had: look after each at intervals
+            ended += TakeAllEnds();
+            if (ended > 0 || isLast) return ended;
+            ::usleep(
+                static_cast<useconds_t>(std::chrono::microseconds(std::min(left, unwatchedPause)).count()));
+            continue;
+        }
+        std::array<epoll_event, 64> events{};
+        constexpr std::chrono::milliseconds longest{60'000};
+        const int count = ::epoll_wait(pollSet_, events.data(), static_cast<int>(events.size()),
+                                       static_cast<int>(std::min(left, longest).count()));
+        for (int index = 0; index < count; ++index)
+            ended += TakeEnd(std::to_string(events[static_cast<std::size_t>(index)].data.u64)) ? 1 : 0;
+        if (count <= 0 && isLast) return ended;
+    }
+}
+
+bool ProcessFollower::WaitForAll(std::optional<std::chrono::milliseconds> timeout) {
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + timeout.value_or(std::chrono::hours(24 * 365));
+    while (!followed_.IsEmpty()) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+        if (TakeEnds(std::max(left, std::chrono::milliseconds(0))) == 0 && left.count() <= 0) return false;
+    }
+    return true;
+}
+
+std::vector<model::Process> ProcessFollower::Snapshot() const {
+    std::vector<model::Process> rows;
+    for (const Followed& process : followed_)
+        rows.push_back({process.handle, process.commandLine, process.caller});
+    return rows;
+}
+
+} // namespace arvon::host

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "base/Collection.h"
+#include "host/Model.h"
+#include "host/Trace.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+class Processes;
+}
+
+namespace arvon::host {
+
+/// Starts programs and follows them to their end, without polling and without taking the end of any child
+/// that is not its own. Never ends a program.
+///
+/// Each followed program has a descriptor of its own in one poll set, up to MaximumWatched of them; further
+/// ones are followed too and take over the descriptors of those that ended.
+class ProcessFollower {
+public:
+    /// Tells the end of a program to the one who had it started.
+    using Complete = std::function<void(const std::string& caller, const std::string& commandLine,
+                                        std::int32_t processId)>;
+
+    ProcessFollower(Trace& trace, platform::Processes& processes, Complete complete);
+    ~ProcessFollower();
+    ProcessFollower(const ProcessFollower&) = delete;
+    ProcessFollower& operator=(const ProcessFollower&) = delete;
+
+    /// The process id; 0 when it could not be started.
+    std::int32_t Start(std::string_view commandLine, std::string_view caller);
+
+    /// Readable when a program has ended; -1 when the system has none to give.
+    int PollDescriptor() const noexcept { return pollSet_; }
+    /// Waits up to `timeout` while programs are followed; returns how many ended.
+    std::size_t TakeEnds(std::chrono::milliseconds timeout);
+    /// False when some are still running after `timeout`; without one as long as it takes.
+    bool WaitForAll(std::optional<std::chrono::milliseconds> timeout);
+    std::vector<model::Process> Snapshot() const;
+
+    static constexpr std::size_t MaximumWatched = 256;
+
+private:
+    struct Followed {
+        std::int64_t handle = 0;
+        std::string commandLine, caller;
+        int descriptor = -1; // -1: waits for one
+    };
+
+    bool Watch(Followed& process);
+    std::size_t WatchWaiting();
+    bool TakeEnd(const std::string& key);
+    std::size_t TakeAllEnds();
+
+    Trace& trace_;
+    platform::Processes& processes_;
+    Complete complete_;
+    int pollSet_;
+    base::Collection<Followed> followed_; // keyed by process id
+    std::size_t watched_ = 0;
+};
+
+} // namespace arvon::host

@@ -1,0 +1,130 @@
+#include "host/Trace.h"
+
+#include "base/ComponentError.h"
+
+#include <algorithm>
+
+namespace arvon::host {
+
+namespace {
+
+constexpr std::size_t maximumProblems = 1000;
+constexpr std::int32_t injectedFailure = 1001;
+
+} // namespace
+
+template <class Notify> void Trace::ForEach(Notify notify) {
+    ++telling_;
+    const std::size_t count = observers_.size(); // who subscribes meanwhile is told from the next time on
+    for (std::size_t index = 0; index < count; ++index)
+        if (IObserver* observer = observers_[index]) notify(*observer);
+    if (--telling_ == 0) std::erase(observers_, nullptr);
+}
+
+void Trace::Subscribe(IObserver& observer) {
+    if (std::find(observers_.begin(), observers_.end(), &observer) == observers_.end())
+        observers_.push_back(&observer);
+    RefreshFlags();
+}
+
+void Trace::Unsubscribe(IObserver& observer) {
+    std::replace(observers_.begin(), observers_.end(), &observer, static_cast<IObserver*>(nullptr));
+    if (telling_ == 0) std::erase(observers_, nullptr);
+    RefreshFlags();
+}
+
+void Trace::RefreshFlags() {
+    const auto any = [this](bool (IObserver::*wants)() const) {
+        return std::any_of(observers_.begin(), observers_.end(),
+                           [wants](const IObserver* observer) { return observer && (observer->*wants)(); });
+    };
+    watchesCalls_ = any(&IObserver::WantsCalls);
+    watchesMessages_ = any(&IObserver::WantsMessages);
+    watchesChanges_ = any(&IObserver::WantsChanges);
+}
+
+void Trace::FailNext(std::string_view operation, std::size_t count) {
+    const auto known = OperationNames();
+    if (!std::binary_search(known.begin(), known.end(), operation)) {
+        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
+                                   "no host operation \"" + std::string(operation) + "\"");
+    }
+    if (count == 0) {
+        if (const auto found = failures_.find(operation); found != failures_.end()) failures_.erase(found);
+    } else {
+        failures_.insert_or_assign(std::string(operation), count);
+    }
+    failing_ = !failures_.empty();
+}
+
+bool Trace::CountsDown(std::string_view operation) {
+    if (!failing_) return false;
+    const auto found = failures_.find(operation);
+    if (found == failures_.end()) return false;
+    if (--found->second == 0) {
+        failures_.erase(found);
+        failing_ = !failures_.empty();
+    }
+    return true;
+}
+
+void Trace::TakeFailure(std::string_view operation) {
+    if (!CountsDown(operation)) return;
+    if (watchesCalls_) {
+        const CallRecord call{std::string(operation), {}, true};
+        ForEach([&](IObserver& observer) {
+            if (observer.WantsCalls()) observer.OnCall(call);
+        });
+    }
+    throw base::ComponentError(injectedFailure, "Arvon110", std::string(operation) + " failed");
+}
+
+void Trace::Tell(std::string_view operation, std::vector<base::Value> arguments) {
+    CallRecord call{std::string(operation), std::move(arguments), CountsDown(operation)};
+    ForEach([&](IObserver& observer) {
+        if (observer.WantsCalls()) observer.OnCall(call);
+    });
+    if (call.failed) throw base::ComponentError(injectedFailure, "Arvon110", call.operation + " failed");
+}
+
+void Trace::TellChanged(ModelPart part) {
+    ForEach([part](IObserver& observer) {
+        if (observer.WantsChanges()) observer.OnChanged(part);
+    });
+}
+
+void Trace::Message(const MessageRecord& message) {
+    ForEach([&](IObserver& observer) {
+        if (observer.WantsMessages()) observer.OnMessage(message);
+    });
+}
+
+void Trace::Reply(const MessageRecord& message) {
+    ForEach([&](IObserver& observer) {
+        if (observer.WantsMessages()) observer.OnReply(message);
+    });
+}
+
+void Trace::MessageBox(const std::string& text, std::int32_t style, const std::string& title) {
+    ForEach([&](IObserver& observer) { observer.OnMessageBox(text, style, title); });
+}
+
+void Trace::Pointer(std::int32_t pointer) {
+    ForEach([&](IObserver& observer) { observer.OnPointer(pointer); });
+}
+
+void Trace::ProcessStarted(std::int64_t id, const std::string& commandLine) {
+    ForEach([&](IObserver& observer) { observer.OnProcessStarted(id, commandLine); });
+}
+
+void Trace::ProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) {
+    ForEach([&](IObserver& observer) { observer.OnProcessEnded(id, exitCode, commandLine); });
+}
+
+void Trace::Problem(const std::string& text) {
+    if (problems_.size() == maximumProblems) problems_.pop_front();
+    problems_.push_back(text);
+    ForEach([&](IObserver& observer) { observer.OnProblem(text); });
+}
+
+} // namespace arvon::host
