@@ -42,6 +42,10 @@ struct ToolMainProbe {
     void ReportError(const base::ComponentError& error, std::string_view proc) const {
         tool.ReportError(error, proc);
     }
+    void RemoveTool(std::string_view vrex, std::string_view name, std::string_view programType) const {
+        tool.RemoveTool(vrex, name, "", programType);
+    }
+    void RequestUpdates(bool showNew) const { tool.RequestUpdates(showNew); }
     void RequestUnloadTool(const RequestRef& request) const { tool.Request_UnloadTool(request); }
 
     base::Collection<std::string>& LoadedTools() const { return tool.m_colLoadedTools; }
@@ -53,6 +57,9 @@ struct ToolMainProbe {
     bool Unloading() const { return tool.m_bUnloading; }
     const std::string& Brand() const { return tool.m_sBrand; }
     const std::string& Name() const { return tool.m_sName; }
+    std::int32_t KnownToolCount() const { return tool.m_lKnownToolCount; }
+    bool Busy() const { return tool.m_bBusy; }
+    const std::string& CurrentTool() const { return tool.m_sCurrentTool; }
     std::string& LocaleId() const { return tool.m_sLocaleID; }
 };
 
