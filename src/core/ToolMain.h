@@ -291,7 +291,7 @@ private:
     void EnterDefaultPrinter(OptionsDocument& document);
     void LoadOptionsDocument();
     /// Writes the options document to its file; its text.
-    std::string SaveOptionsDocument();
+    std::shared_ptr<const std::string> SaveOptionsDocument();
     std::string RequiredText(const RequestRef& request, std::string_view parameter,
                              std::string_view sProc) const;
     base::ComponentError MissingOption(std::string_view sProc, std::string_view sToolID,

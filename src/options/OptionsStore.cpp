@@ -4,6 +4,7 @@
 #include "core/ToolMain.h"
 #include "options/OptionAddress.h"
 #include "options/OptionErrors.h"
+#include "options/OptionNames.h"
 #include "options/OptionsDocument.h"
 #include "options/PrinterEntry.h"
 #include "options/ToolOptions.h"
@@ -20,8 +21,8 @@ constexpr std::string_view affirmed = "True";
 constexpr std::string_view refused = "False";
 
 /// The options that come into being when they are first read.
-constexpr bool IsMadeOnFirstRead(std::string_view optionName) {
-    return optionName == sortOption::Order || optionName == sortOption::Key;
+constexpr bool IsMadeOnFirstRead(std::string_view name) {
+    return name == sortOption::Order || name == sortOption::Key;
 }
 
 /// Writes a line when an exception passes.
@@ -61,7 +62,7 @@ std::string ToolMain::getOptionData(std::string_view sToolID) {
         document.LoadText(base::TrimBlanks(*options));
         EnterDefaultPrinter(document);
         SetSecureOptions(document);
-        return document.Text();
+        return *document.Text();
     });
 }
 
@@ -80,13 +81,12 @@ std::optional<std::string> ToolMain::AskDataService(const std::string& query) {
 }
 
 void ToolMain::EnterDefaultPrinter(OptionsDocument& document) {
-    constexpr std::string_view optionName = "cmbDefaultPrinter";
-    const XmlNode option = document.FirstOption(optionName);
+    const XmlNode option = document.FirstOption(optionName::DefaultPrinter);
     if (!option) return;
     for (const std::string& entry : GetPrinters(GetPlatformId())) {
         if (!printerEntry::IsDefault(entry)) continue;
         const XmlNode value = option.SelectSingle("Value");
-        if (!value) throw MissingValue("cToolMain.getOptionData", optionName);
+        if (!value) throw MissingValue("cToolMain.getOptionData", optionName::DefaultPrinter);
         document.SetText(value, printerEntry::NameOf(entry));
         return;
     }
@@ -103,15 +103,18 @@ std::string ToolMain::GetOptionValue(const RequestRef& request) {
         }
         if (!m_oOptionsDoc || m_oOptionsDoc->IsEmpty()) LoadOptionsDocument();
 
-        const XmlNode option = m_oOptionsDoc->Option(sToolID, sOptionName);
-        if (!option) {
-            // made for the next read; this one still fails
-            if (IsMadeOnFirstRead(sOptionName)) SetOptionDefault(sToolID, sOptionName, "");
-            throw MissingOption("GetOptionValue", sToolID, sOptionName);
+        std::string value;
+        switch (m_oOptionsDoc->ReadValue(sToolID, sOptionName, value)) {
+        case OptionsDocument::Reading::Read:
+            return value;
+        case OptionsDocument::Reading::NoValue:
+            throw MissingValue("GetOptionValue", sOptionName);
+        case OptionsDocument::Reading::NoOption:
+            break;
         }
-        const XmlNode value = option.SelectSingle("Value");
-        if (!value) throw MissingValue("GetOptionValue", sOptionName);
-        return value.Text();
+        // made for the next read; this one still fails
+        if (IsMadeOnFirstRead(sOptionName)) SetOptionDefault(sToolID, sOptionName, "");
+        throw MissingOption("GetOptionValue", sToolID, sOptionName);
     });
 }
 
@@ -158,7 +161,7 @@ std::string ToolMain::SetOptionValue(const RequestRef& request) {
         if (!value) throw MissingValue(proc, sOptionName);
         m_oOptionsDoc->SetText(value, sOptionValue);
         SetSecureOptions(*m_oOptionsDoc);
-        NewOptions(SaveOptionsDocument());
+        NewOptions(*SaveOptionsDocument());
         return std::string(affirmed);
     });
 }
@@ -173,11 +176,15 @@ std::string ToolMain::SetOptionDefault(std::string_view sToolID, std::string_vie
     return SetOptionValue(request);
 }
 
-std::string ToolMain::SaveOptionsDocument() {
-    std::string text = m_oOptionsDoc->Text();
+std::shared_ptr<const std::string> ToolMain::SaveOptionsDocument() {
+    const std::shared_ptr<const std::string> text = m_oOptionsDoc->Text();
     m_oToolOptions = std::make_unique<ToolOptions>(m_oServices);
-    m_oToolOptions->Load(text);
-    m_oToolOptions->SaveOrThrow(text, OptionsFile());
+    if (m_oOptionsDoc->HasSoundSets()) {
+        m_oToolOptions->SaveText(*text, OptionsFile()); // records that nobody asks for are not made
+    } else {
+        m_oToolOptions->Load(*text);
+        m_oToolOptions->SaveOrThrow(*text, OptionsFile());
+    }
     return text;
 }
 

@@ -2,6 +2,7 @@
 #include "core/Parameters.h"
 #include "core/ToolMain.h"
 #include "options/OptionErrors.h"
+#include "options/OptionNames.h"
 #include "options/OptionsDocument.h"
 #include "options/ToolOptions.h"
 
@@ -60,7 +61,7 @@ void ToolMain::UpdateOptions(const RequestRef& request) {
 
 void ToolMain::SwitchToChosenLanguage() {
     if (!m_oOptionsDoc) return;
-    const base::XmlNode option = m_oOptionsDoc->FirstOption("cmbLanguage");
+    const base::XmlNode option = m_oOptionsDoc->FirstOption(optionName::Language);
     const base::XmlNode value = option ? option.SelectSingle("Value") : base::XmlNode();
     if (!value) return;
     const std::string language = value.Text();

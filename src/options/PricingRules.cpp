@@ -1,5 +1,6 @@
 #include "options/PricingRules.h"
 
+#include "options/OptionNames.h"
 #include "options/OptionsDocument.h"
 
 namespace kvtm {
@@ -11,23 +12,24 @@ namespace {
 constexpr std::string_view shown = "-1";
 constexpr std::string_view hidden = "0";
 constexpr std::string_view switchedOff = "OFF";
+constexpr std::string_view defaultUnitOfMeasure = "English";
 
 /// False for a missing "Value".
-bool ApplyTo(OptionsDocument& document, std::string_view optionName, bool permitted) {
-    const XmlNode option = document.FirstOption(optionName);
+bool ApplyTo(OptionsDocument& document, std::string_view name, bool permitted) {
+    const XmlNode option = document.FirstOption(name);
     if (!option) return true;
-    XmlNode visible = document.FirstInOptions(optionName, "Visible");
+    XmlNode visible = document.FirstInOptions(name, "Visible");
     if (!visible) visible = document.AppendElement(option, "Visible");
     document.SetText(visible, permitted ? shown : hidden);
     if (permitted) return true;
-    const XmlNode value = document.FirstInOptions(optionName, "Value");
+    const XmlNode value = document.FirstInOptions(name, "Value");
     if (value) document.SetText(value, switchedOff);
     return static_cast<bool>(value);
 }
 
 /// False for a missing "Value".
 bool GiveDefaultUnitOfMeasure(OptionsDocument& document) {
-    const XmlNode option = document.FirstOption(unitOfMeasureOption);
+    const XmlNode option = document.FirstOption(optionName::UnitOfMeasure);
     if (!option) return true;
     const XmlNode value = option.SelectSingle("Value");
     if (value && value.Text().empty()) document.SetText(value, defaultUnitOfMeasure);
@@ -37,10 +39,10 @@ bool GiveDefaultUnitOfMeasure(OptionsDocument& document) {
 } // namespace
 
 std::string_view ApplyPricingRules(OptionsDocument& document, bool permitted) {
-    for (const std::string_view option : pricingOptions) {
+    for (const std::string_view option : optionName::Pricing) {
         if (!ApplyTo(document, option, permitted)) return option;
     }
-    if (!GiveDefaultUnitOfMeasure(document)) return unitOfMeasureOption;
+    if (!GiveDefaultUnitOfMeasure(document)) return optionName::UnitOfMeasure;
     return {};
 }
 

@@ -4,6 +4,7 @@
 #include "platform/Services.h"
 
 #include <optional>
+#include <unordered_set>
 
 namespace kvtm {
 
@@ -118,8 +119,34 @@ void ToolOptions::SaveOrThrow(std::string_view OptionSchema, std::string_view UR
             record->WriteProperties();
         }
     }
-    services_.files->Replace(services_.filePaths->ToSystem(URLPath), document.Text());
+    SaveText(document.Text(), URLPath);
     Load(OptionSchema);
+}
+
+void ToolOptions::SaveText(std::string_view text, std::string_view URLPath) {
+    services_.files->Replace(services_.filePaths->ToSystem(URLPath), text);
+}
+
+bool ToolOptions::AreSound(const XmlNode& sets) {
+    std::unordered_set<std::string> identifiers;
+    for (XmlNode child = sets.FirstChild(); child; child = child.NextSibling()) {
+        if (!child.IsElement()) return false;
+        if (!child.HasAttribute(identifierAttribute)) continue;
+        if (!identifiers.insert(child.Attribute(identifierAttribute)).second || !IsSound(child)) return false;
+    }
+    return true;
+}
+
+// Empty identifiers and names are no keys, so nothing is found under them again.
+bool ToolOptions::IsSound(const XmlNode& set) {
+    if (set.Attribute(identifierAttribute).empty()) return false;
+    ToolOption record;
+    record.XMLObject = set;
+    if (!Succeeds([&] { record.ReadProperties(); })) return false;
+    for (const std::shared_ptr<DataProperty>& property : record.Properties) {
+        if (property->Name.empty()) return false;
+    }
+    return true;
 }
 
 } // namespace kvtm

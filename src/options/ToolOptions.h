@@ -63,12 +63,18 @@ public:
     std::string msXML;
 
 private:
-    friend class ToolMain; // reports what Load and Save only answer with false
+    friend class ToolMain;        // reports what Load and Save only answer with false
+    friend class OptionsDocument; // asks whether they need to be made at all
 
     Record Add(std::string_view identifier, std::string_view key);
     void Remove(std::string_view key) noexcept;
     void LoadOrThrow(std::string_view OptionSchema);
     void SaveOrThrow(std::string_view OptionSchema, std::string_view URLPath);
+    void SaveText(std::string_view text, std::string_view URLPath);
+    /// Whether Load reads every set below a "ToolOptions" element, and Save then finds every value in it. No
+    /// sets at all are as well. A false may be too strict.
+    static bool AreSound(const base::XmlNode& sets);
+    static bool IsSound(const base::XmlNode& set);
 
     const platform::Services& services_;
     base::Collection<Record> records_;
