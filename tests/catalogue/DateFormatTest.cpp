@@ -1,0 +1,131 @@
+#include "catalogue/DateFormat.h"
+
+#include "base/ComponentError.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+
+namespace kvtm {
+
+namespace {
+
+// Friday, 1 March 2024, 14:05:09; the year began on a Monday.
+const base::CalendarTime afternoon{2024, 3, 1, 14, 5, 9};
+
+std::string Formatted(std::string_view picture, const base::CalendarTime& time = afternoon,
+                      const DateNames& names = DateNames::English()) {
+    return DateFormat(picture, names).Format(base::FromCalendar(time));
+}
+
+DateNames German() {
+    DateNames names = DateNames::English();
+    names.months[2] = "M\xc3\xa4rz";
+    names.shortMonths[2] = "M\xc3\xa4r";
+    names.days[5] = "Freitag";
+    names.shortDays[5] = "Fr";
+    names.dateSeparator = ".";
+    names.shortDate = "dd.mm.yyyy";
+    return names;
+}
+
+struct Case {
+    const char* picture;
+    const char* text;
+};
+
+class DatePictures : public testing::TestWithParam<Case> {};
+
+TEST_P(DatePictures, AreHonoured) {
+    EXPECT_EQ(Formatted(GetParam().picture), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Named, DatePictures,
+                         testing::Values(Case{"General Date", "3/1/2024 2:05:09 PM"},
+                                         Case{"Long Date", "Friday, March 1, 2024"},
+                                         Case{"Medium Date", "01-Mar-24"}, Case{"Short Date", "3/1/2024"},
+                                         Case{"Long Time", "2:05:09 PM"}, Case{"Medium Time", "02:05 PM"},
+                                         Case{"Short Time", "14:05"}, Case{"short date", "3/1/2024"},
+                                         Case{"", "3/1/2024 2:05:09 PM"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Letters, DatePictures,
+    testing::Values(Case{"d", "1"}, Case{"dd", "01"}, Case{"ddd", "Fri"}, Case{"dddd", "Friday"},
+                    Case{"ddddd", "3/1/2024"}, Case{"dddddd", "Friday, March 1, 2024"}, Case{"w", "6"},
+                    Case{"ww", "9"}, Case{"m", "3"}, Case{"mm", "03"}, Case{"mmm", "Mar"},
+                    Case{"mmmm", "March"}, Case{"q", "1"}, Case{"y", "61"}, Case{"yy", "24"},
+                    Case{"yyyy", "2024"}, Case{"h", "14"}, Case{"hh", "14"}, Case{"n", "5"}, Case{"nn", "05"},
+                    Case{"s", "9"}, Case{"ss", "09"}, Case{"ttttt", "2:05:09 PM"},
+                    Case{"c", "3/1/2024 2:05:09 PM"}, Case{"YYYY-MM-DD HH:NN", "2024-03-01 14:05"}));
+
+INSTANTIATE_TEST_SUITE_P(Combined, DatePictures,
+                         testing::Values(Case{"m/d/yyyy", "3/1/2024"}, Case{"dd.mm.yyyy", "01.03.2024"},
+                                         Case{"h:mm", "14:05"}, Case{"hh:mm:ss", "14:05:09"},
+                                         Case{"mm hh", "03 14"}, Case{"h d mm", "14 1 03"},
+                                         Case{"h:mm AM/PM", "2:05 PM"}, Case{"h am/pm", "2 pm"},
+                                         Case{"hA/P", "2P"}, Case{"h a/p", "2 p"}, Case{"h AMPM", "2 PM"},
+                                         Case{"yyyy\\y", "2024y"}, Case{"\"day \"d", "day 1"},
+                                         Case{"\"open d", "open d"}, Case{"d\\", "1"}, Case{"[d]", "[1]"},
+                                         Case{"dddd, d. mmmm yyyy", "Friday, 1. March 2024"}));
+
+} // namespace
+
+TEST(DateFormat, TakesNamesAndSeparatorsFromTheLocale) {
+    EXPECT_EQ(Formatted("dddd, d. mmmm yyyy", afternoon, German()), "Freitag, 1. M\xc3\xa4rz 2024");
+    EXPECT_EQ(Formatted("ddd d/mmm", afternoon, German()), "Fr 1.M\xc3\xa4r");
+    EXPECT_EQ(Formatted("Short Date", afternoon, German()), "01.03.2024");
+}
+
+TEST(DateFormat, LeavesOutThePartThatAGeneralDateDoesNotHave) {
+    EXPECT_EQ(Formatted("c", {2024, 3, 1}), "3/1/2024");
+    EXPECT_EQ(DateFormat("c", DateNames::English()).Format(base::Date{0.25}), "6:00:00 AM");
+}
+
+TEST(DateFormat, WritesMidnightAndNoonAsTwelve) {
+    EXPECT_EQ(Formatted("h AM/PM", {2024, 3, 1, 0, 0, 0}), "12 AM");
+    EXPECT_EQ(Formatted("h AM/PM", {2024, 3, 1, 12, 0, 0}), "12 PM");
+    EXPECT_EQ(Formatted("h", {2024, 3, 1, 0, 0, 0}), "0");
+}
+
+TEST(DateFormat, CountsWeeksFromTheOneThatHoldsNewYear) {
+    EXPECT_EQ(Formatted("ww", {2024, 1, 1}), "1");
+    EXPECT_EQ(Formatted("ww", {2024, 1, 6}), "1"); // a Saturday
+    EXPECT_EQ(Formatted("ww", {2024, 1, 7}), "2"); // a Sunday
+    EXPECT_EQ(Formatted("ww", {2022, 1, 1}), "1"); // a Saturday
+    EXPECT_EQ(Formatted("ww", {2022, 1, 2}), "2");
+    EXPECT_EQ(Formatted("ww", {2000, 12, 31}), "54");
+}
+
+TEST(DateFormat, KnowsTheDaysBeforeTheFirstDay) {
+    EXPECT_EQ(Formatted("ddd yyyy-mm-dd", {1899, 12, 30}), "Sat 1899-12-30");
+    EXPECT_EQ(Formatted("ddd yyyy-mm-dd", {1899, 12, 29}), "Fri 1899-12-29");
+    EXPECT_EQ(Formatted("ddd y", {1700, 12, 31}), "Fri 365");
+    EXPECT_EQ(Formatted("yyyy", {9999, 12, 31}), "9999");
+}
+
+TEST(DateFormat, FormatsWhatReadsAsADate) {
+    const DateNames names = DateNames::English();
+    const DateFormat format("yyyy-mm-dd", names);
+    EXPECT_EQ(format.Format(base::Value("3/1/2024")), "2024-03-01");
+    EXPECT_EQ(format.Format(base::Value("2024-03-01T10:00:00")), "2024-03-01");
+    EXPECT_EQ(format.Format(base::Value(base::FromCalendar(afternoon))), "2024-03-01");
+    EXPECT_EQ(format.Format(base::Value()), "");
+    EXPECT_EQ(format.Format(base::Value("")), "");
+    EXPECT_THROW(format.Format(base::Value("last week")), base::ComponentError);
+}
+
+TEST(DateFormat, KeepsUnfinishedUtf8InPictures) {
+    EXPECT_EQ(Formatted("d\xc3"), "1\xc3");
+    EXPECT_EQ(Formatted("\xe6\x97\xa5 d"), "\xe6\x97\xa5 1");
+}
+
+TEST(DateNames, AreEnglishWhereTheLocaleIsMissing) {
+    setenv("LC_ALL", "xx_XX.UTF-8", 1);
+    const DateNames names = DateNames::OfUser();
+    unsetenv("LC_ALL");
+    EXPECT_EQ(names.months[2], "March");
+    EXPECT_EQ(names.shortDate, "m/d/yyyy");
+}
+
+} // namespace kvtm

@@ -1,0 +1,71 @@
+#include "tests/support/ComponentFixture.h"
+
+namespace kvtm::test {
+
+class Senders : public ComponentTest {
+protected:
+    void SetUp() override { LoadWith({}); }
+};
+
+TEST_F(Senders, ReturnTheReceiversReply) {
+    host->Listen("Qillo110", "here");
+    EXPECT_EQ(tool->SendRequestMessage(Probe().NewRequest("Anyone"), "Qillo110"), "here");
+    EXPECT_EQ(Probe().SendEventMessage(Probe().NewEvent("Something"), "Qillo110"), "here");
+    EXPECT_EQ(Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Qillo110"), "here");
+    EXPECT_EQ(Sent(),
+              (std::vector<std::string>{"Qillo110:Anyone()", "Qillo110:Something()", "Qillo110:Owner()"}));
+}
+
+TEST_F(Senders, LeaveUnregisteredDestinationsAlone) {
+    EXPECT_EQ(tool->SendRequestMessage(Probe().NewRequest("Anyone"), "Nobody"), "");
+    EXPECT_EQ(Probe().SendEventMessage(Probe().NewEvent("Something"), "Nobody"), "");
+    EXPECT_TRUE(Sent().empty());
+}
+
+TEST_F(Senders, AskTheOwnerWithoutAskingWhetherItListens) {
+    EXPECT_EQ(Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Nobody"), "");
+    EXPECT_TRUE(CallsOf("Router.IsRegistered").empty());
+    EXPECT_EQ(Sent(), std::vector<std::string>{"Nobody:Owner()"});
+}
+
+TEST_F(Senders, FetchTheOwnersRouterOnce) {
+    Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Nobody");
+    ForgetCalls();
+    Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Nobody");
+    EXPECT_TRUE(CallsOf("Router").empty());
+}
+
+TEST_F(Senders, SendNoEmptyReferenceToTheOwner) {
+    EXPECT_EQ(Probe().SendRequestToOwner(nullptr, "SnapIn"), "");
+    EXPECT_TRUE(Sent().empty());
+}
+
+TEST_F(Senders, ReportEachUnderItsOwnName) {
+    host->FailNext("NewMessage");
+    EXPECT_EQ(tool->SendRequestMessage(Probe().NewRequest("A"), "SnapIn"), "");
+    EXPECT_EQ(ClaimReport("SendRequestMessage").number, 1001);
+    host->FailNext("NewMessage");
+    EXPECT_EQ(Probe().SendEventMessage(Probe().NewEvent("A"), "SnapIn"), "");
+    EXPECT_EQ(ClaimReport("SendEventMessage").number, 1001);
+    host->FailNext("NewMessage");
+    EXPECT_EQ(Probe().SendRequestToOwner(Probe().NewRequest("A"), "SnapIn"), "");
+    EXPECT_EQ(ClaimReport("SendRequestToOwner").number, 1001);
+}
+
+TEST_F(Senders, ReadTheWindowHandleAsANumber) {
+    host->SetWindowHandle(65552);
+    EXPECT_EQ(Probe().GetWindowHandle(), 65552);
+    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:GetWindowHandle()"});
+}
+
+TEST_F(Senders, ShowTheCallerAHandleThatIsNoNumber) {
+    host->Listen("SnapIn", "none");
+    EXPECT_THROW(Probe().GetWindowHandle(), base::ComponentError);
+}
+
+TEST_F(Senders, AskTheShellToRefreshItsMenus) {
+    Probe().RefreshZarnMenus();
+    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:RefreshZarnMenus()"});
+}
+
+} // namespace kvtm::test
