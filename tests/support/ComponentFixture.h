@@ -64,6 +64,8 @@ protected:
     /// The oldest error report not yet claimed, which must have come from `procedure` (without the object's
     /// name).
     Report ClaimReport(std::string_view procedure);
+    /// All error reports not yet claimed, oldest first.
+    std::vector<Report> ClaimReports() { return std::exchange(reports_, {}); }
     /// The oldest message box not yet claimed; a failure when there is none.
     Box ClaimBox();
 

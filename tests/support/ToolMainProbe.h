@@ -47,6 +47,22 @@ struct ToolMainProbe {
     }
     void RequestUpdates(bool showNew) const { tool.RequestUpdates(showNew); }
     void RequestUnloadTool(const RequestRef& request) const { tool.Request_UnloadTool(request); }
+    std::string getOptionData(std::string_view toolId) const { return tool.getOptionData(toolId); }
+    std::string GetOptionValue(const RequestRef& request) const { return tool.GetOptionValue(request); }
+    std::string SetOptionValue(const RequestRef& request) const { return tool.SetOptionValue(request); }
+    std::string SetOptionDefault(std::string_view toolId, std::string_view name,
+                                 std::string_view value) const {
+        return tool.SetOptionDefault(toolId, name, value);
+    }
+    bool LoadOptionsForView() const { return tool.LoadOptionsForView(); }
+    void ShowOptionsView() const { tool.ShowOptionsView(); }
+    std::int32_t GetPlatformId() const { return tool.GetPlatformId(); }
+    base::Collection<std::string> GetPrinters(std::int32_t platformId) const {
+        return tool.GetPrinters(platformId);
+    }
+    bool IsDefaultPrinter(std::string_view name) const { return tool.IsDefaultPrinter(name); }
+    void SetNewLang(std::string_view language) const { tool.SetNewLang(language); }
+    void GetLocaleProps() const { tool.GetLocaleProps(); }
 
     base::Collection<std::string>& LoadedTools() const { return tool.m_colLoadedTools; }
     base::Collection<std::int32_t>& Processes() const { return tool.m_colProcesses; }
@@ -61,6 +77,10 @@ struct ToolMainProbe {
     bool Busy() const { return tool.m_bBusy; }
     const std::string& CurrentTool() const { return tool.m_sCurrentTool; }
     std::string& LocaleId() const { return tool.m_sLocaleID; }
+    const std::string& FontName() const { return tool.m_sFontName; }
+    const std::string& FontSize() const { return tool.m_sFontSize; }
+    const std::string& OptionsXml() const { return tool.m_sOptionsXML; }
+    const ToolOptions* Options() const { return tool.m_oToolOptions.get(); }
 };
 
 } // namespace kvtm
