@@ -1,0 +1,163 @@
+// Sorting and showing many tools: the tool manager in the reference host with nobody watching it.
+
+#include "bench/Ratios.h"
+#include "core/ToolMain.h"
+#include "host/ReferenceHost.h"
+#include "tests/support/TestInstallation.h"
+#include "tests/support/ToolMainProbe.h"
+
+#include <benchmark/benchmark.h>
+
+#ifdef KVTM_BENCH_QT
+#include <QStringList>
+#endif
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using kvtm::test::CatalogueTool;
+
+/// Names as a catalogue holds them: words and a number, in no order.
+std::vector<std::string> ToolNames(std::size_t count) {
+    static constexpr std::array words = {"Pipework",  "layout", "Sheet", "Thermal", "load",
+                                         "Übersicht", "Room",   "duct",  "Report",  "Survey"};
+    std::mt19937 random(17);
+    const auto word = [&] { return std::string(words[random() % words.size()]); };
+    std::vector<std::string> names;
+    for (std::size_t number = 0; number < count; ++number)
+        names.push_back(word() + " " + word() + " " + std::to_string(number));
+    std::shuffle(names.begin(), names.end(), random);
+    return names;
+}
+
+/// The tool manager loaded in a host of its own; every tool has a row, a menu item, a button and a node.
+struct ManyTools {
+    explicit ManyTools(std::size_t count) {
+        std::vector<CatalogueTool> tools;
+        for (const std::string& name : ToolNames(count)) {
+            const std::string number = std::to_string(tools.size());
+            const std::string day = std::to_string(10 + tools.size() % 18);
+            tools.push_back({.name = name,
+                             .vrex = "V" + number,
+                             .identifier = "I" + number,
+                             .version = std::to_string(tools.size() % 7) + ".0",
+                             .lastUpdated = "2024-03-" + day});
+        }
+        installation.WriteTools(tools);
+        host = std::make_unique<arvon::host::ReferenceHost>(installation.Folder());
+        tool = kvtm::ToolMain::Create(host->Support(), platform::Services::Create());
+        host->Attach(tool);
+        host->Load();
+        host->NodeEvent("tabQRV", "nodTools", arvon::eventKind::Expanded);
+        Probe().LoadToolsCollection(); // in the catalogue's order, which is none
+    }
+    kvtm::ToolMainProbe Probe() const { return {*tool}; }
+
+    kvtm::test::TestInstallation installation;
+    std::unique_ptr<arvon::host::ReferenceHost> host;
+    std::shared_ptr<kvtm::ToolMain> tool;
+};
+
+std::size_t CountOf(const benchmark::State& state) {
+    return static_cast<std::size_t>(state.range(0));
+}
+
+void SortByName(benchmark::State& state) {
+    const ManyTools tools(CountOf(state));
+    for (auto _ : state) {
+        auto sorted = tools.tool->Sort("name", false, false);
+        benchmark::DoNotOptimize(sorted);
+    }
+}
+BENCHMARK(SortByName)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+
+void SortByDate(benchmark::State& state) {
+    const ManyTools tools(CountOf(state));
+    for (auto _ : state) {
+        auto sorted = tools.tool->Sort("lastupdated", false, true);
+        benchmark::DoNotOptimize(sorted);
+    }
+}
+BENCHMARK(SortByDate)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+
+#ifdef KVTM_BENCH_QT
+/// The same texts, in memory already.
+void QtSortOfTexts(benchmark::State& state) {
+    QStringList texts;
+    for (const std::string& name : ToolNames(CountOf(state)))
+        texts.push_back(QString::fromStdString(name));
+    for (auto _ : state) {
+        QStringList sorted = texts;
+        sorted.sort(Qt::CaseInsensitive);
+        benchmark::DoNotOptimize(sorted);
+    }
+}
+BENCHMARK(QtSortOfTexts)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+#endif
+
+/// The click on the pane's switch, until list, menu and toolbar of the host stand.
+void ShowAllClick(benchmark::State& state) {
+    const ManyTools tools(CountOf(state));
+    for (auto _ : state)
+        tools.host->ClickTask("tskShowAll");
+}
+BENCHMARK(ShowAllClick)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// The click on a column's header, until the list stands in the new order.
+void ColumnClick(benchmark::State& state) {
+    const ManyTools tools(CountOf(state));
+    bool descending = false;
+    for (auto _ : state) {
+        descending = !descending;
+        tools.host->ColumnClick("lvTools", "name", descending ? "1" : "0");
+    }
+}
+BENCHMARK(ColumnClick)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// A sort, and after it everything that follows the order: list, menu, toolbar and nodes.
+void SortShownEverywhere(benchmark::State& state) {
+    const ManyTools tools(CountOf(state));
+    bool descending = false;
+    for (auto _ : state) {
+        descending = !descending;
+        tools.host->ColumnClick("lvTools", "name", descending ? "1" : "0");
+        tools.Probe().RebuildToolMenus(true);
+        tools.host->NodeEvent("tabQRV", "nodTools", arvon::eventKind::Expanded);
+    }
+}
+BENCHMARK(SortShownEverywhere)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void EnableAndDisableMenus(benchmark::State& state) {
+    const ManyTools tools(CountOf(state));
+    for (auto _ : state) {
+        tools.Probe().SetMenus(false);
+        tools.Probe().SetMenus(true);
+    }
+}
+BENCHMARK(EnableAndDisableMenus)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::vector<bench::Ratio> ratios = {
+        {"sort of 10,000 / of 1,000 (n log n: 13)", "SortByName/10000", "SortByName/1000", 20},
+        {"sort of 100,000 / of 10,000 (n log n: 13)", "SortByName/100000", "SortByName/10000", 20},
+        {"show all, 10,000 tools / 1,000", "ShowAllClick/10000", "ShowAllClick/1000", 15},
+        {"show all, 100,000 tools / 10,000", "ShowAllClick/100000", "ShowAllClick/10000", 15},
+        {"sort shown everywhere, 10,000 tools / 1,000", "SortShownEverywhere/10000",
+         "SortShownEverywhere/1000", 15},
+        {"sort shown everywhere, 100,000 tools / 10,000", "SortShownEverywhere/100000",
+         "SortShownEverywhere/10000", 15},
+    };
+#ifdef KVTM_BENCH_QT
+    ratios.push_back({"sort of 10,000 tools / QStringList::sort of their names", "SortByName/10000",
+                      "QtSortOfTexts/10000", 1});
+#endif
+    return bench::RunAndCompare(argc, argv, ratios);
+}
