@@ -153,7 +153,11 @@ private:
         std::string link(PATH_MAX, '\0');
         for (int links = 0; links < MaximumLinks; ++links) {
             const ssize_t length = calls_.ReadLink(target.c_str(), link.data(), link.size());
-            if (length < 0) return target; // no link, or nothing there
+            if (length < 0) {
+                if (errno == EINVAL || errno == ENOENT || errno == ENOTDIR)
+                    return target;                       // no link, or nothing
+                throw FileError("replace", file, errno); // replacing what may be a link would lose it
+            }
             // An absolute link takes the folder's place by itself.
             target = target.parent_path() / link.substr(0, static_cast<std::size_t>(length));
         }
