@@ -16,7 +16,7 @@ constexpr FixedItem optionsItem{menu::ToolOptions, 61, 62};
 constexpr FixedItem contextTaskItem{menu::ToolContextTask, 8, 9};
 constexpr FixedItem launchItem{menu::Launch, 10, 11};
 
-constexpr std::int32_t toolTextResource = 16; // what stands before a tool's name in descriptions
+constexpr std::int32_t toolTextResource = 16;
 
 /// The identifier under which menu and toolbar show a tool; empty for one that they leave out.
 std::string IdentifierInMenus(const arvon::IToolRecord& tool) {
@@ -39,33 +39,30 @@ std::vector<ToolRecord> ToolMain::ToolsInOrder(bool useListedTools) {
     return tools;
 }
 
-bool ToolMain::AddMenu(arvon::IMenu& parent, const ToolRecord& tool, bool previous) {
+bool ToolMain::AddMenu(arvon::IMenu& parent, const ToolRecord& tool, std::string_view toolText,
+                       bool previous) {
     return Guarded("AddMenu", previous, [&] {
         const std::string identifier = IdentifierInMenus(*tool);
         if (identifier.empty()) return previous;
         const std::string caption = Joined("&", tool->Name());
-        parent.Items().Add(Joined(menu::ToolPrefix, identifier), caption,
-                           Joined(LoadResString(toolTextResource), caption), Self);
+        parent.Items().Add(Joined(menu::ToolPrefix, identifier), caption, Joined(toolText, caption), Self);
         return true;
     });
 }
 
-// `position` counts from 1 within the component's own stretch of the toolbar. True when there is a button
-// more, even where one of its properties was refused.
-bool ToolMain::AddButton(const ToolRecord& tool, std::size_t position) {
+// True when there is a button more, even where one of its properties was refused.
+bool ToolMain::AddButton(const ToolRecord& tool, std::string_view toolText, std::size_t position) {
     bool added = false;
     Guarded("AddButton", [&] {
         const std::string identifier = IdentifierInMenus(*tool);
         if (identifier.empty()) return;
-        arvon::IButtons& buttons = m_oFramework->Buttons();
-        const std::shared_ptr<arvon::IButton> button =
-            buttons.Add(buttons.PositionOf(button::FirstSeparator) + position,
-                        Joined(button::ToolPrefix, identifier), arvon::ButtonStyle::Push);
+        const std::shared_ptr<arvon::IButton> button = m_oFramework->Buttons().Add(
+            position, Joined(button::ToolPrefix, identifier), arvon::ButtonStyle::Push);
         added = true;
         button->SetVisible(true);
         button->SetPicture(base::FirstCharacters(identifier, 3));
         button->SetOwner(Self);
-        button->SetToolTip(LoadResString(toolTextResource) + " " + tool->Name());
+        button->SetToolTip(Joined(toolText, " ").append(tool->Name()));
     });
     return added;
 }
@@ -73,9 +70,10 @@ bool ToolMain::AddButton(const ToolRecord& tool, std::size_t position) {
 bool ToolMain::BuildToolMenu(arvon::IMenu& parent, bool useListedTools) {
     return Guarded("BuildToolMenu", false, [&] {
         const std::vector<ToolRecord> tools = ToolsInOrder(useListedTools);
+        const std::string toolText = LoadResString(toolTextResource);
         bool itemAdded = false;
         for (const ToolRecord& tool : tools)
-            itemAdded = AddMenu(parent, tool, itemAdded);
+            itemAdded = AddMenu(parent, tool, toolText, itemAdded);
         if (!tools.empty() || itemAdded) parent.Items().AddSeparator(menu::ToolsSeparator, Self);
         parent.Items().Add(optionsItem.key, LoadResString(optionsItem.captionResource),
                            LoadResString(optionsItem.descriptionResource), Self);
@@ -86,9 +84,10 @@ bool ToolMain::BuildToolMenu(arvon::IMenu& parent, bool useListedTools) {
 // No guard: RebuildToolMenus reports.
 bool ToolMain::BuildToolButtons(bool useListedTools) {
     AddSeparatorButton(button::FirstSeparator);
-    std::size_t position = 1;
+    const std::string toolText = LoadResString(toolTextResource);
+    std::size_t position = m_oFramework->Buttons().PositionOf(button::FirstSeparator) + 1;
     for (const ToolRecord& tool : ToolsInOrder(useListedTools)) {
-        if (AddButton(tool, position)) ++position;
+        if (AddButton(tool, toolText, position)) ++position;
     }
     AddSeparatorButton(button::LastSeparator);
     return true;

@@ -9,6 +9,7 @@ namespace kvtm {
 
 namespace {
 
+using Records = std::vector<ToolRecord>;
 using Texts = std::vector<std::string>;
 
 /// What decides first between two records, and which record it is.
@@ -17,9 +18,9 @@ template <class Start> struct Sortable {
     std::size_t index;
 };
 
-Texts ReadTexts(const ToolCollection& records, const RecordOrder& order) {
+Texts ReadTexts(const Records& records, const RecordOrder& order) {
     Texts texts;
-    texts.reserve(records.Count());
+    texts.reserve(records.size());
     for (const ToolRecord& record : records)
         texts.push_back(record->Get(order.property).ToText());
     return texts;
@@ -52,9 +53,9 @@ std::vector<Sortable<std::uint64_t>> StartsOf(const Texts& texts) {
 }
 
 // The second record is the first that is compared: the first one's text is converted after its own.
-std::vector<Sortable<base::Date>> ReadDates(const ToolCollection& records, const RecordOrder& order) {
+std::vector<Sortable<base::Date>> ReadDates(const Records& records, const RecordOrder& order) {
     std::vector<Sortable<base::Date>> dates;
-    dates.reserve(records.Count());
+    dates.reserve(records.size());
     base::Value firstText;
     for (const ToolRecord& record : records) {
         base::Value text(record->Get(order.property).ToText());
@@ -69,43 +70,41 @@ std::vector<Sortable<base::Date>> ReadDates(const ToolCollection& records, const
     return dates;
 }
 
-template <class Start, class GoesBefore> ToolCollection
-InOrder(const ToolCollection& records, std::vector<Sortable<Start>> sortables, GoesBefore goesBefore) {
+template <class Start, class GoesBefore>
+ToolCollection InOrder(Records records, std::vector<Sortable<Start>> sortables, GoesBefore goesBefore) {
     std::stable_sort(sortables.begin(), sortables.end(), goesBefore);
-    std::vector<const ToolRecord*> unsorted;
-    unsorted.reserve(records.Count());
-    for (const ToolRecord& record : records)
-        unsorted.push_back(&record);
     ToolCollection sorted;
     for (const Sortable<Start>& next : sortables)
-        sorted.Add(*unsorted[next.index]);
+        sorted.Add(std::move(records[next.index]));
     return sorted;
 }
 
 } // namespace
 
-ToolCollection SortRecords(const ToolCollection& records, const RecordOrder& order) {
+ToolCollection SortRecords(const ToolCollection& collection, const RecordOrder& order) {
     using Text = Sortable<std::uint64_t>;
     using Date = Sortable<base::Date>;
+    Records records = collection.Snapshot();
     if (order.asDates && !order.descending) {
-        return InOrder(records, ReadDates(records, order),
+        auto dates = ReadDates(records, order);
+        return InOrder(std::move(records), std::move(dates),
                        [](const Date& left, const Date& right) { return left.start < right.start; });
     }
     const Texts texts = ReadTexts(records, order);
     if (order.asDates) { // nothing is decided
         ToolCollection unchanged;
-        for (const ToolRecord& record : records)
-            unchanged.Add(record);
+        for (ToolRecord& record : records)
+            unchanged.Add(std::move(record));
         return unchanged;
     }
     const auto isLess = [&](const Text& left, const Text& right) {
         return left.start != right.start ? left.start < right.start : texts[left.index] < texts[right.index];
     };
     if (order.descending) {
-        return InOrder(records, StartsOf(texts),
+        return InOrder(std::move(records), StartsOf(texts),
                        [&](const Text& left, const Text& right) { return isLess(right, left); });
     }
-    return InOrder(records, StartsOf(texts), isLess);
+    return InOrder(std::move(records), StartsOf(texts), isLess);
 }
 
 } // namespace kvtm

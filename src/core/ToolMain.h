@@ -245,8 +245,9 @@ private:
     // catalogue/MenusAndButtons.cpp
     /// The listed tools, or the host's whole collection, as they stand now.
     std::vector<ToolRecord> ToolsInOrder(bool useListedTools);
-    bool AddMenu(arvon::IMenu& parent, const ToolRecord& tool, bool previous);
-    bool AddButton(const ToolRecord& tool, std::size_t position);
+    /// `toolText`: what stands before a tool's name in descriptions and tool tips.
+    bool AddMenu(arvon::IMenu& parent, const ToolRecord& tool, std::string_view toolText, bool previous);
+    bool AddButton(const ToolRecord& tool, std::string_view toolText, std::size_t position);
     bool BuildToolMenu(arvon::IMenu& parent, bool useListedTools);
     bool BuildToolButtons(bool useListedTools);
     void AddSeparatorButton(std::string_view key); // unless the toolbar has it
