@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace {
 
@@ -29,29 +30,34 @@ public:
     BeamAndFrame() : SuiteTool(std::string(Id)) {}
 
 protected:
-    void OnLoad() override { material_ = Option(Id, MaterialOption, Materials.front().name); }
-
     std::string OnRequest(arvon::IRequest& request) override {
         if (request.Type() == "Calculate") return Calculate(request.Parameters());
         if (request.Type() == "NewOptions") {
-            material_ = suite::OptionIn(Text(request.Parameters(), "Options"), Id, MaterialOption)
-                            .value_or(material_);
+            if (const auto changed =
+                    suite::OptionIn(Text(request.Parameters(), "Options"), Id, MaterialOption))
+                material_ = changed;
             return "True";
         }
         return {};
     }
 
 private:
-    double ModulusMPa() const {
-        const auto found = std::ranges::find(Materials, material_, &Material::name);
+    /// Asked for at the first calculation, and known from then on.
+    const std::string& MaterialName() {
+        if (!material_) material_ = Option(Id, MaterialOption, Materials.front().name);
+        return *material_;
+    }
+
+    double ModulusMPa() {
+        const auto found = std::ranges::find(Materials, MaterialName(), &Material::name);
         if (found == Materials.end()) {
             throw base::ComponentError(base::errors::InvalidCall, std::string(Id),
-                                       "the material \"" + material_ + "\" is unknown");
+                                       "the material \"" + MaterialName() + "\" is unknown");
         }
         return found->modulusMPa;
     }
 
-    std::string Calculate(arvon::IParameters& parameters) const {
+    std::string Calculate(arvon::IParameters& parameters) {
         const double spanM = Number(parameters, "SpanM");
         const double loadKNPerM = Number(parameters, "LoadKNPerM");
         const double inertiaCm4 = Number(parameters, "InertiaCm4");
@@ -65,13 +71,13 @@ private:
             5 * loadKNPerM * spanMm * spanMm * spanMm * spanMm / (384 * ModulusMPa() * inertiaCm4 * 1e4);
         base::XmlDocument result;
         base::XmlNode beam = result.CreateRoot("Beam");
-        beam.SetAttribute("Material", material_);
+        beam.SetAttribute("Material", MaterialName());
         beam.SetAttribute("DeflectionMm", base::Value(deflectionMm).ToText());
         beam.SetAttribute("MomentKNm", base::Value(loadKNPerM * spanM * spanM / 8).ToText());
         return result.Text();
     }
 
-    std::string material_;
+    std::optional<std::string> material_;
 };
 
 } // namespace

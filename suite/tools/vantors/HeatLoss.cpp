@@ -5,6 +5,8 @@
 
 #include "suite/tools/SuiteTool.h"
 
+#include <optional>
+
 namespace {
 
 constexpr std::string_view Id = "Vn34";
@@ -15,8 +17,6 @@ public:
     HeatLoss() : SuiteTool(std::string(Id)) {}
 
 protected:
-    void OnLoad() override { roomTemperature_ = base::Value(Option(Id, TemperatureOption, "20")).ToDouble(); }
-
     std::string OnRequest(arvon::IRequest& request) override {
         if (request.Type() == "Calculate") return Calculate(request.Parameters());
         if (request.Type() == "NewOptions") {
@@ -28,18 +28,24 @@ protected:
     }
 
 private:
-    std::string Calculate(arvon::IParameters& parameters) const {
+    /// Asked for at the first calculation, and known from then on.
+    double RoomTemperature() {
+        if (!roomTemperature_) roomTemperature_ = base::Value(Option(Id, TemperatureOption, "20")).ToDouble();
+        return *roomTemperature_;
+    }
+
+    std::string Calculate(arvon::IParameters& parameters) {
         const double uValue = Number(parameters, "UValue");
         const double areaM2 = Number(parameters, "AreaM2");
         if (!(uValue >= 0 && areaM2 >= 0)) {
             throw base::ComponentError(base::errors::InvalidCall, std::string(Id),
                                        "\"UValue\" and \"AreaM2\" should not be below 0");
         }
-        const double watts = uValue * areaM2 * (roomTemperature_ - Number(parameters, "OutsideTemperature"));
+        const double watts = uValue * areaM2 * (RoomTemperature() - Number(parameters, "OutsideTemperature"));
         return base::Value(watts).ToText();
     }
 
-    double roomTemperature_ = 0;
+    std::optional<double> roomTemperature_;
 };
 
 } // namespace
