@@ -5,17 +5,19 @@
 
 /// How the host fills the events that its objects raise.
 ///
-/// | raised by | ObjectType | Name                    | Category   | parameters |
-/// |-----------|------------|-------------------------|------------|-----------------------------------------------------|
-/// | process   | Process    | "ShellProcessComplete"  | 0          | sApplicationNameAndPath (text),
-/// lProcessID (integer)  | | menu item | Menu       | key of the item         | 0          | | | button    |
-/// Button     | key of the button       | 0          |                                                     |
-/// | tree node | Node       | key of its tab (source) | node kind  | key: the node's key | | list row  |
-/// ListItem   | key of its view         | list kind  | objectType "IListItem", secondType "", Text, Checked |
-/// | column    | ListItem   | key of its view         | list kind  | objectType and secondType
-/// "IColumnHeader", key, order | | task      | Task       | key of the task         | 0          | Flag: the
-/// task's flag                               | | tab       | Tab        | key of the tab (source) | tab kind
-/// | selectedItem: key of the selected node              |
+/// | raised by | ObjectType | Name                   | Category  | parameters                               |
+/// |-----------|------------|------------------------|-----------|------------------------------------------|
+/// | process   | Process    | "ShellProcessComplete" | 0         | sApplicationNameAndPath (text),          |
+/// |           |            |                        |           | lProcessID (integer)                     |
+/// | menu item | Menu       | key of the item        | 0         |                                          |
+/// | button    | Button     | key of the button      | 0         |                                          |
+/// | tree node | Node       | key of its tab         | node kind | key: the node's key                      |
+/// | list row  | ListItem   | key of its view        | list kind | objectType "IListItem", secondType "",   |
+/// |           |            |                        |           | Text, Checked                            |
+/// | column    | ListItem   | key of its view        | list kind | objectType and secondType                |
+/// |           |            |                        |           | "IColumnHeader", key, order              |
+/// | task      | Task       | key of the task        | 0         | Flag: the task's flag                    |
+/// | tab       | Tab        | key of the tab         | tab kind  | selectedItem: key of the selected node   |
 namespace arvon {
 
 enum class EventObject : std::int32_t {
