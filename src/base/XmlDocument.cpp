@@ -19,7 +19,8 @@ namespace {
 
 std::string PathText(const std::filesystem::path& path) {
     const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
+    // File names may be any bytes.
+    return FromCodePoints(ToCodePoints(std::string(text.begin(), text.end())));
 }
 
 std::string ReadBytes(const std::filesystem::path& file) {
@@ -33,13 +34,15 @@ std::string ReadBytes(const std::filesystem::path& file) {
     // A pipe or device could block or never end.
     if (status.type() != std::filesystem::file_type::regular)
         raise(errors::FileAccess, "is not a regular file");
+    // UTF-16 takes up to twice the bytes of UTF-8.
+    constexpr std::uintmax_t maximum = 2 * std::uintmax_t{XmlDocument::MaximumBytes};
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (!error && size > maximum) raise(errors::InvalidCall, "is too large for an XML document");
     std::ifstream stream(file, std::ios::binary);
     if (!stream) raise(errors::FileAccess, "cannot be opened for reading");
     std::string bytes;
     std::array<char, 65536> piece;
-    // UTF-16 takes up to twice the bytes of UTF-8.
-    while (bytes.size() <= 2 * XmlDocument::MaximumBytes &&
-           (stream.read(piece.data(), piece.size()), stream.gcount() > 0))
+    while (bytes.size() <= maximum && (stream.read(piece.data(), piece.size()), stream.gcount() > 0))
         bytes.append(piece.data(), static_cast<std::size_t>(stream.gcount()));
     if (stream.bad()) raise(errors::FileAccess, "cannot be read");
     return bytes;

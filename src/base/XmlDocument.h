@@ -93,9 +93,11 @@ public:
     /// Bounds of what is read: bytes of source, and levels of nested elements.
     static constexpr std::size_t MaximumBytes = std::size_t{256} << 20;
     static constexpr int MaximumDepth = 256;
-    /// Further bounds of what is read: attributes of one element, namespaces in scope at one place.
-    static constexpr int MaximumAttributes = 1024;
+    /// Further bounds of what is read: attributes of one element, namespaces in scope at one place, different
+    /// names (and texts of up to three bytes). The parser takes quadratic time in each of them.
+    static constexpr int MaximumAttributes = 256;
     static constexpr int MaximumNamespaces = 256;
+    static constexpr int MaximumNames = 65536;
     /// Bytes of an XPath expression.
     static constexpr std::size_t MaximumExpression = std::size_t{64} << 10;
 

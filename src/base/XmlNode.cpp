@@ -55,8 +55,11 @@ void CheckText(std::string_view text) {
     if (!IsXmlText(text)) Refuse("a text has characters that XML cannot hold or is ill-formed UTF-8");
 }
 
-/// The namespace that a name with this prefix (none when null) has at an element.
+/// The namespace that the name of a child with this prefix (or none, when empty) has at an element.
 xmlNs* NamespaceAt(xmlNode* node, const std::string& prefix) {
+    // An element without a prefix is itself in the namespace that names without one have here.
+    const bool isPlain = prefix.empty() && !(node->ns && node->ns->prefix);
+    if (isPlain) return node->ns;
     xmlNs* space = xmlSearchNs(node->doc, node, prefix.empty() ? nullptr : XmlText(prefix.c_str()));
     if (!space && !prefix.empty()) Refuse("the prefix \"" + prefix + "\" is not declared here");
     return space;
@@ -164,7 +167,9 @@ void XmlNode::SetText(std::string_view text) {
     xmlNode* added = text.empty() ? nullptr : NewText(node_->doc, text);
     while (node_->children)
         tree_->Remove(node_->children, IsTextual(node_->children));
-    if (added) xmlAddChild(node_, added);
+    if (!added) return;
+    xmlAddChild(node_, added);
+    tree_->Selection().NoteAdded();
 }
 
 std::string XmlNode::Attribute(const char* name) const {
@@ -237,6 +242,7 @@ XmlNode XmlNode::AppendElement(const char* name) {
     xmlNs* space = NamespaceAt(node_, PrefixOf(name));
     xmlNode* element = xmlNewDocNode(node_->doc, space, XmlText(LocalName(name)), nullptr);
     if (!element) throw std::bad_alloc();
+    tree_->Selection().NoteAdded();
     return At(xmlAddChild(node_, element));
 }
 

@@ -30,6 +30,8 @@ public:
         handler.serror = &OnError;
         handler.internalSubset = &OnDocumentType;
         handler.cdataBlock = &OnCData;
+        processingInstruction_ = handler.processingInstruction;
+        handler.processingInstruction = &OnProcessingInstruction;
         startElement_ = handler.startElementNs;
         endElement_ = handler.endElementNs;
         handler.startElementNs = &OnStartElement;
@@ -44,8 +46,10 @@ public:
 
     /// The parsed document, which the caller owns.
     xmlDoc* Run() {
-        constexpr int options =
-            XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC;
+        // Replacing entities concerns the five predefined ones and character references alone, where no
+        // document type can declare others; without it namespace names would keep their references.
+        constexpr int options = XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
+                                XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC;
         xmlDoc* document = xmlCtxtReadIO(parser_, &OnRead, nullptr, this, nullptr, nullptr, options);
         const bool isAccepted = document && parser_->wellFormed && parser_->nsWellFormed && reason_.empty();
         if (isAccepted) return document;
@@ -96,6 +100,7 @@ private:
         if (parse.namespacesInScope_ > XmlDocument::MaximumNamespaces)
             return parse.Stop("more than " + std::to_string(XmlDocument::MaximumNamespaces) +
                               " namespaces are in scope");
+        if (parse.HasTooManyNames()) return;
         parse.startElement_(parser, name, prefix, uri, namespaceCount, namespaces, attributeCount,
                             defaultedCount, attributes);
     }
@@ -105,6 +110,18 @@ private:
         parse.namespacesInScope_ -= parse.namespaceCounts_.back();
         parse.namespaceCounts_.pop_back();
         parse.endElement_(parser, name, prefix, uri);
+    }
+
+    static void OnProcessingInstruction(void* parser, const xmlChar* target, const xmlChar* content) {
+        Parse& parse = Of(parser);
+        if (!parse.HasTooManyNames()) parse.processingInstruction_(parser, target, content);
+    }
+
+    /// Stops when the parser's table of names has outgrown its few lists.
+    bool HasTooManyNames() {
+        if (xmlDictSize(parser_->dict) <= XmlDocument::MaximumNames) return false;
+        Stop("there are more than " + std::to_string(XmlDocument::MaximumNames) + " different names");
+        return true;
     }
 
     void Note(int line, int column, std::string reason) {
@@ -123,6 +140,7 @@ private:
     xmlParserCtxt* parser_;
     startElementNsSAX2Func startElement_ = nullptr;
     endElementNsSAX2Func endElement_ = nullptr;
+    processingInstructionSAXFunc processingInstruction_ = nullptr;
     std::vector<int> namespaceCounts_; // of the open elements
     int namespacesInScope_ = 0;
     int line_ = 0;

@@ -1,10 +1,12 @@
 #include "base/XmlSelection.h"
 
 #include "base/ComponentError.h"
+#include "base/NumberText.h"
 #include "base/Text.h"
 #include "base/XmlDocument.h"
 #include "base/XmlFault.h"
 #include "base/XmlText.h"
+#include "base/XmlTree.h"
 
 #include <libxml/xpathInternals.h>
 
@@ -15,7 +17,38 @@ namespace base {
 
 namespace {
 
-constexpr unsigned long maximumSteps = 50'000'000; // about a second or two
+/// An expression without what it has in quotes.
+std::string WithoutLiterals(std::string_view xpath) {
+    std::string bare;
+    std::size_t at = 0;
+    for (std::size_t quote; (quote = xpath.find_first_of("'\"", at)) != std::string_view::npos;) {
+        bare.append(xpath.substr(at, quote - at)).append("''");
+        at = xpath.find(xpath[quote], quote + 1);
+        if (at == std::string_view::npos) return bare;
+        ++at;
+    }
+    return bare.append(xpath.substr(at));
+}
+
+/// Faults that the library lets pass: an alternative that is missing at the end, a slash too many.
+bool IsIncomplete(std::string_view xpath) {
+    const std::string bare = WithoutLiterals(xpath);
+    return TrimWhiteSpace(bare).ends_with('|') || bare.find("///") != std::string::npos;
+}
+
+/// How many steps an expression may take on a document of that many nodes. Where the library joins sets that
+/// can hold the same nodes, it looks for each node among all others: every step may then cost as many
+/// comparisons as there are nodes.
+unsigned long AllowedSteps(std::string_view xpath, unsigned long nodes) {
+    constexpr unsigned long comparisons = 2'000'000'000;
+    const std::string bare = WithoutLiterals(xpath);
+    const auto has = [&bare](std::string_view part) { return bare.find(part) != std::string::npos; };
+    const bool reachesFar = has("ancestor") || has("following") || has("preceding");
+    const bool descendsTwice = has("//") && bare.find("//") != bare.rfind("//");
+    const bool joins = reachesFar || descendsTwice || has("|") || has("..") || has("::");
+    if (!joins) return 10'000'000 + 32 * nodes;
+    return std::max((reachesFar ? 1 : 16) * nodes, comparisons / (nodes + 1000));
+}
 
 const char* ReasonOf(int error) {
     switch (error) {
@@ -68,16 +101,22 @@ const char* KindOf(const xmlXPathObject& object) {
 
 } // namespace
 
-xmlXPathContext& XmlSelection::ReadyContext() {
+XmlSelection::XmlSelection(xmlDoc* document) : document_(document) {
+    auto* top = reinterpret_cast<xmlNode*>(document);
+    for (xmlNode* node = top; node; node = NextInTree(node, top))
+        ++nodes_;
+}
+
+xmlXPathContext& XmlSelection::ReadyContext(const std::string& xpath) {
     if (!context_) {
         context_.reset(xmlXPathNewContext(document_));
         if (!context_) throw std::bad_alloc();
         context_->error = &TakeFault;
         context_->userData = &fault_;
-        context_->opLimit = maximumSteps;
     }
     fault_.clear();
     context_->opCount = 0;
+    context_->opLimit = AllowedSteps(xpath, nodes_);
     return *context_;
 }
 
@@ -96,8 +135,10 @@ std::vector<xmlNode*> XmlSelection::Select(xmlNode* node, const std::string& xpa
                           std::to_string(XmlDocument::MaximumExpression) + " are read");
     if (!IsXmlText(xpath)) Refuse(xpath, "it is no text of XML characters in UTF-8");
 
+    if (IsIncomplete(xpath)) Refuse(xpath, "it is malformed");
+
     const QuietLibrary quiet;
-    xmlXPathContext& context = ReadyContext();
+    xmlXPathContext& context = ReadyContext(xpath);
     context.node = node;
     const std::unique_ptr<xmlXPathCompExpr, Free> expression(
         xmlXPathCtxtCompile(&context, XmlText(xpath.c_str())));

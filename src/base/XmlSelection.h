@@ -11,11 +11,13 @@ namespace base {
 /// Evaluates XPath expressions on one document, keeping what can be reused between them.
 class XmlSelection {
 public:
-    explicit XmlSelection(xmlDoc* document) : document_(document) {}
+    explicit XmlSelection(xmlDoc* document);
 
     /// The nodes that an expression selects, in document order, evaluated at `node`. Errors as
     /// XmlNode::Select.
     std::vector<xmlNode*> Select(xmlNode* node, const std::string& xpath);
+    /// To be told of every node that is added to the document: what is allowed grows with it.
+    void NoteAdded() { ++nodes_; }
 
 private:
     struct Free {
@@ -24,10 +26,11 @@ private:
         void operator()(xmlXPathObject* object) const { xmlXPathFreeObject(object); }
     };
 
-    xmlXPathContext& ReadyContext();
+    xmlXPathContext& ReadyContext(const std::string& xpath);
     [[noreturn]] void Refuse(const std::string& xpath, const std::string& reason);
 
     xmlDoc* document_;
+    unsigned long nodes_ = 0; // of the document as it was read, and those added since
     std::unique_ptr<xmlXPathContext, Free> context_;
     std::string fault_; // of the expression at hand
 };

@@ -24,6 +24,6 @@ std::string QualifiedName(const xmlNs* space, const xmlChar* name);
 /// Whether a text is well-formed UTF-8 of characters that XML allows.
 bool IsXmlText(std::string_view text) noexcept;
 /// Whether a text names an element or attribute, with or without a prefix.
-bool IsXmlName(const char* name) noexcept;
+bool IsXmlName(std::string_view name) noexcept;
 
 } // namespace base
