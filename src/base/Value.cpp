@@ -78,6 +78,11 @@ template <class... Handlers> Handle(Handlers...) -> Handle<Handlers...>;
 
 } // namespace
 
+const std::string& Value::LongText::Get() const noexcept {
+    static const std::string nothing; // of a value whose content was moved away
+    return text_ ? *text_ : nothing;
+}
+
 bool Value::ToBoolean() const {
     return std::visit(Handle{[](std::monostate) { return false; }, [](bool value) { return value; },
                              [](std::int32_t value) { return value != 0; },

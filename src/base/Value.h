@@ -31,12 +31,14 @@ public:
     Value(std::int32_t value) : content_(value) {}
     Value(double value) : content_(value) {}
     Value(Date value) : content_(value) {}
-    Value(std::string value) : content_(std::move(value)) {}
-    Value(std::string_view value) : content_(std::string(value)) {}
-    Value(const char* value) : content_(std::string(value)) {}
+    Value(std::string value) { TakeText(std::move(value)); }
+    Value(std::string_view value) { TakeText(std::string(value)); }
+    Value(const char* value) { TakeText(value); }
     Value(std::shared_ptr<Object> value) : content_(std::move(value)) {}
 
-    Kind GetKind() const noexcept { return static_cast<Kind>(content_.index()); }
+    Kind GetKind() const noexcept {
+        return std::holds_alternative<LongText>(content_) ? Kind::Text : static_cast<Kind>(content_.index());
+    }
     bool IsEmpty() const noexcept { return GetKind() == Kind::Empty; }
 
     /// Empty is False; numbers are True unless 0; "True"/"False" in any letter case; other text as a number.
@@ -54,14 +56,38 @@ public:
     std::shared_ptr<Object> ToObject() const;
 
     /// The text itself when the value holds text, else null: saves the copy that ToText makes.
-    const std::string* TextIfAny() const noexcept { return std::get_if<std::string>(&content_); }
+    const std::string* TextIfAny() const noexcept {
+        if (const LongText* text = std::get_if<LongText>(&content_)) return &text->Get();
+        return std::get_if<std::string>(&content_);
+    }
 
     /// Compares as values of any kind: text counts when it reads as a number; Empty counts as 0; a text that
     /// is no number, or an object, equals no number. Never throws.
     bool EqualsNumber(double number) const noexcept;
 
 private:
-    std::variant<std::monostate, bool, std::int32_t, double, std::string, Date, std::shared_ptr<Object>>
+    /// A text that copies of the value share: documents travel in values, to many receivers.
+    class LongText {
+    public:
+        static constexpr std::size_t From = 1024; // bytes
+        explicit LongText(std::string text) : text_(std::make_shared<const std::string>(std::move(text))) {}
+        const std::string& Get() const noexcept;
+        operator const std::string&() const noexcept { return Get(); }
+
+    private:
+        std::shared_ptr<const std::string> text_;
+    };
+
+    void TakeText(std::string text) {
+        if (text.size() < LongText::From)
+            content_ = std::move(text);
+        else
+            content_ = LongText(std::move(text));
+    }
+
+    // in the order of the kinds; LongText stands for a text as well
+    std::variant<std::monostate, bool, std::int32_t, double, std::string, Date, std::shared_ptr<Object>,
+                 LongText>
         content_;
 };
 

@@ -272,6 +272,36 @@ TEST(Value, GivesItsTextWithoutACopy) {
     EXPECT_EQ(Value().TextIfAny(), nullptr);
 }
 
+TEST(Value, SharesALongTextWithItsCopies) {
+    const Value value(std::string(100'000, 'x'));
+    const Value copy = value; // NOLINT: the copy is the point
+    EXPECT_EQ(copy.TextIfAny(), value.TextIfAny());
+    EXPECT_EQ(copy.ToText(), std::string(100'000, 'x'));
+}
+
+TEST(Value, ConvertsLongTextsAsShortOnes) {
+    const std::string blanks(5000, ' ');
+    const Value number(blanks + "-12"), word(blanks + "True"), nothing(blanks);
+    EXPECT_EQ(number.GetKind(), Value::Kind::Text);
+    EXPECT_FALSE(number.IsEmpty());
+    EXPECT_EQ(number.ToInteger(), -12);
+    EXPECT_EQ(number.ToDouble(), -12.0);
+    EXPECT_TRUE(number.EqualsNumber(-12));
+    EXPECT_TRUE(word.ToBoolean());
+    EXPECT_EQ(nothing.ToText(), blanks);
+    EXPECT_THROW(nothing.ToInteger(), base::ComponentError);
+    EXPECT_THROW(number.ToObject(), base::ComponentError);
+}
+
+TEST(Value, IsUsableAfterALongTextWasMovedAway) {
+    Value value(std::string(100'000, 'x'));
+    const Value taken = std::move(value);
+    EXPECT_EQ(taken.ToText().size(), 100'000u);
+    EXPECT_NO_THROW(value.ToText()); // NOLINT: whatever it holds now
+    value = Value("new");
+    EXPECT_EQ(value.ToText(), "new");
+}
+
 TEST(Value, GivesItsObject) {
     const auto object = std::make_shared<base::Object>();
     EXPECT_EQ(Value(object).ToObject(), object);
