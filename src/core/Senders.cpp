@@ -26,8 +26,13 @@ std::string ToolMain::SendRequestToOwner(const RequestRef& oRequest, std::string
     return Guarded("SendRequestToOwner", std::string(), [&] {
         if (!m_oRouter) m_oRouter = m_oFramework->Router();
         if (!oRequest) return std::string();
-        return m_oRouter->Send(NewEnvelope(MessageType::Request, sDest, oRequest->Xml()));
+        return SendBodyToOwner(oRequest->Xml(), sDest);
     });
+}
+
+std::string ToolMain::SendBodyToOwner(base::Value body, std::string_view sDest) {
+    if (!m_oRouter) m_oRouter = m_oFramework->Router();
+    return m_oRouter->Send(NewEnvelope(MessageType::Request, sDest, std::move(body)));
 }
 
 std::int32_t ToolMain::GetWindowHandle() {
@@ -44,12 +49,12 @@ void ToolMain::RefreshZarnMenus() {
     SendRequestMessage(request, listener::Shell);
 }
 
-MessageRef ToolMain::NewEnvelope(MessageType type, std::string_view sDest, std::string body) {
+MessageRef ToolMain::NewEnvelope(MessageType type, std::string_view sDest, base::Value body) {
     const MessageRef message = m_oFramework->NewMessage();
     message->SetSource(Self);
     message->SetDestination(sDest);
     message->SetType(static_cast<std::int32_t>(type));
-    message->SetBody(base::Value(std::move(body)));
+    message->SetBody(std::move(body));
     return message;
 }
 

@@ -177,7 +177,9 @@ private:
     std::string SendRequestToOwner(const RequestRef& oRequest, std::string_view sDest);
     std::int32_t GetWindowHandle();
     void RefreshZarnMenus();
-    MessageRef NewEnvelope(arvon::MessageType type, std::string_view sDest, std::string body);
+    /// SendRequestToOwner for a request's XML text, unguarded.
+    std::string SendBodyToOwner(base::Value body, std::string_view sDest);
+    MessageRef NewEnvelope(arvon::MessageType type, std::string_view sDest, base::Value body);
     RequestRef NewRequest(std::string_view type);
     EventRef NewEvent(std::string_view name, std::int32_t category, std::int32_t level);
 

@@ -188,13 +188,21 @@ std::shared_ptr<const std::string> ToolMain::SaveOptionsDocument() {
     return text;
 }
 
+// The notice is the same for all: its text, as large as the options, is made once and shared.
 void ToolMain::NewOptions(std::string_view sOptionsXML) {
     const std::vector<std::string> subscribers(m_asSubscribers.begin() + 1, m_asSubscribers.end());
+    RequestRef notice;
+    base::Value body;
     for (const std::string& subscriber : subscribers) {
         if (!m_oFramework->Router()->IsRegistered(subscriber)) continue;
-        const RequestRef notice = NewRequest(request::NewOptions);
-        AddText(notice->Parameters(), parameter::Options, sOptionsXML);
-        SendRequestToOwner(notice, subscriber);
+        if (!notice) {
+            notice = NewRequest(request::NewOptions);
+            AddText(notice->Parameters(), parameter::Options, sOptionsXML);
+        }
+        Guarded("SendRequestToOwner", [&] {
+            if (body.IsEmpty()) body = notice->Xml();
+            SendBodyToOwner(body, subscriber);
+        });
     }
 }
 
