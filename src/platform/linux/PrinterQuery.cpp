@@ -45,6 +45,24 @@ int GiveUp(http_t*, void*) {
     return 0;
 }
 
+/// The names in the server's order. Asking for them alone keeps the answer small.
+std::optional<PrinterAnswer> AskNames(http_t* http) {
+    constexpr const char* Name = "printer-name";
+    ipp_t* question = ::ippNewRequest(IPP_OP_CUPS_GET_PRINTERS);
+    ::ippAddString(question, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, ::cupsUser());
+    ::ippAddString(question, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", nullptr, Name);
+    ipp_t* reply = ::cupsDoRequest(http, question, "/"); // takes the question over
+    if (reply == nullptr) return std::nullopt;
+    std::optional<PrinterAnswer> answer;
+    const ipp_status_t status = ::ippGetStatusCode(reply);
+    if (status <= IPP_STATUS_OK_CONFLICTING || status == IPP_STATUS_ERROR_NOT_FOUND) answer.emplace();
+    for (ipp_attribute_t* name = ::ippFindAttribute(reply, Name, IPP_TAG_NAME); answer && name != nullptr;
+         name = ::ippFindNextAttribute(reply, Name, IPP_TAG_NAME))
+        if (const char* text = ::ippGetString(name, 0, nullptr)) answer->names.emplace_back(text);
+    ::ippDelete(reply);
+    return answer;
+}
+
 std::optional<PrinterAnswer> Ask(std::chrono::milliseconds patience, int& cancelled) {
     ::cupsSetPasswordCB2(NoPassword, nullptr); // the library's own would ask on the terminal
     const auto start = Clock::now();
@@ -55,20 +73,12 @@ std::optional<PrinterAnswer> Ask(std::chrono::milliseconds patience, int& cancel
         return isAbsent ? std::optional(PrinterAnswer{}) : std::nullopt;
     }
     ::httpSetTimeout(http, std::chrono::duration<double>(patience).count(), GiveUp, nullptr);
-    cups_dest_t* destinations = nullptr;
-    const int count = ::cupsGetDests2(http, &destinations);
-    const ipp_status_t status = ::cupsLastError();
-
-    std::optional<PrinterAnswer> answer;
-    const bool hasFailed =
-        count == 0 && status > IPP_STATUS_OK_CONFLICTING && status != IPP_STATUS_ERROR_NOT_FOUND;
-    if (!hasFailed) answer.emplace();
-    for (int i = 0; i < count; ++i) {
-        const cups_dest_t& destination = destinations[i];
-        if (destination.instance == nullptr) answer->names.emplace_back(destination.name);
-        if (destination.is_default != 0) answer->defaultName = destination.name;
+    std::optional<PrinterAnswer> answer = AskNames(http);
+    // The user's own choice first, then the server's.
+    if (cups_dest_t* chosen = answer ? ::cupsGetNamedDest(http, nullptr, nullptr) : nullptr) {
+        answer->defaultName = chosen->name;
+        ::cupsFreeDests(1, chosen);
     }
-    ::cupsFreeDests(count, destinations);
     ::httpClose(http);
     return answer;
 }

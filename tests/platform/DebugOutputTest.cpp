@@ -1,0 +1,28 @@
+#include "platform/DebugOutput.h"
+
+#include "tests/platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char* Variable = "ARVON_DEBUG_OUTPUT";
+
+TEST(DebugOutput, WritesLinesToStandardErrorWhenAskedTo) {
+    const TestVariable setting(Variable, "1");
+    const auto output = platform::DebugOutput::Create();
+    testing::internal::CaptureStderr();
+    output->Write("one");
+    output->Write("");
+    output->Write("two");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "one\n\ntwo\n");
+}
+
+TEST(DebugOutput, WritesNothingOtherwise) {
+    const TestVariable setting(Variable, nullptr);
+    testing::internal::CaptureStderr();
+    platform::DebugOutput::Create()->Write("one");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+} // namespace
