@@ -1,0 +1,52 @@
+#include "console/Console.h"
+
+#include "console/CommandTable.h"
+#include "console/LineSource.h"
+#include "console/Words.h"
+
+#include <exception>
+
+namespace arvon::console {
+
+Console::Console(host::ReferenceHost& host, Writer& writer, std::filesystem::path library)
+    : host_(host), writer_(writer), library_(std::move(library)) {
+    host_.Subscribe(writer_);
+}
+
+Console::~Console() {
+    host_.Unsubscribe(writer_);
+}
+
+bool Console::Run(LineSource& lines, bool isTyped) {
+    while (!quit_) {
+        const std::optional<std::string> line = lines.Next();
+        if (!line) break;
+        if (!isTyped) writer_.OnScriptLine(*line);
+        Execute(*line);
+    }
+    return allCarriedOut_;
+}
+
+void Console::Execute(std::string_view line) {
+    command_.clear();
+    try {
+        const std::vector<std::string> words = SplitWords(line);
+        if (words.empty()) return;
+        command_ = words.front();
+        CarryOut(words);
+        writer_.OnDone(command_);
+    } catch (const std::exception& failure) {
+        allCarriedOut_ = false;
+        writer_.OnError(command_, failure.what());
+    }
+}
+
+void Console::CarryOut(Words words) {
+    const Command& command = FindCommand(words.front());
+    const Words arguments = words.subspan(1);
+    if (arguments.size() < command.LeastWords() || arguments.size() > command.MostWords())
+        throw CommandError("expected: " + command.Usage());
+    (this->*command.run)(arguments);
+}
+
+} // namespace arvon::console

@@ -1,0 +1,115 @@
+#include "console/CommandLine.h"
+#include "console/Console.h"
+#include "console/LineSource.h"
+#include "console/OwnStreams.h"
+#include "console/PrintableText.h"
+#include "console/TemporarySuite.h"
+#include "console/Words.h"
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace arvon::console;
+using arvon::host::ReferenceHost;
+namespace fs = std::filesystem;
+
+namespace {
+
+enum ExitStatus { AllCarriedOut = 0, SomeNotCarriedOut = 1, CannotStart = 2 };
+
+fs::path FolderOfProgram() {
+    return fs::read_symlink("/proc/self/exe").parent_path();
+}
+
+fs::path SampleSuite() {
+    if (const char* given = std::getenv("ARVON_SAMPLE_SUITE"); given && *given) return given;
+    return FolderOfProgram().parent_path() / "suite";
+}
+
+/// A number when the text reads as one, else the text.
+base::Value ReadProfileId(const std::string& text) {
+    const char* end = text.data() + text.size();
+    std::int32_t whole = 0;
+    if (const auto [stop, failure] = std::from_chars(text.data(), end, whole);
+        failure == std::errc() && stop == end)
+        return base::Value(whole);
+    double number = 0;
+    if (const auto [stop, failure] = std::from_chars(text.data(), end, number);
+        failure == std::errc() && stop == end)
+        return base::Value(number);
+    return base::Value(text);
+}
+
+/// An open file that is closed with the object.
+class OpenScript {
+public:
+    explicit OpenScript(const std::string& file) : descriptor_(open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (descriptor_ < 0)
+            throw std::runtime_error("the script \"" + file + "\" cannot be opened: " + std::strerror(errno));
+        if (fs::is_directory(file)) throw std::runtime_error("the script \"" + file + "\" is a folder");
+    }
+    ~OpenScript() { close(descriptor_); }
+    OpenScript(const OpenScript&) = delete;
+    OpenScript& operator=(const OpenScript&) = delete;
+    int Descriptor() const { return descriptor_; }
+
+private:
+    int descriptor_;
+};
+
+Writer::Form FormOf(const CommandLine& line, std::FILE* out) {
+    if (line.json) return Writer::Form::JsonLines;
+    const char* noColour = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    const bool plain = (noColour && *noColour) || (terminal && std::strcmp(terminal, "dumb") == 0);
+    return isatty(fileno(out)) && !plain ? Writer::Form::ColouredText : Writer::Form::Text;
+}
+
+std::unique_ptr<LineSource> StandardInput(const OwnStreams& streams, SideWatch watch) {
+    if (!isatty(streams.In())) return LineSource::OfDescriptor(streams.In(), std::move(watch));
+    // what is typed is shown where the user looks, and never mixes into output that goes elsewhere
+    std::FILE* screen = isatty(fileno(streams.Out())) ? streams.Out() : stderr;
+    return LineSource::OfTerminal(streams.In(), screen, std::move(watch));
+}
+
+ExitStatus Run(const CommandLine& line) {
+    std::optional<OpenScript> script;
+    if (line.script) script.emplace(*line.script);
+    std::optional<TemporarySuite> copy;
+    if (!line.suite) copy.emplace(SampleSuite());
+    const OwnStreams streams;
+
+    ReferenceHost host(line.suite ? fs::path(*line.suite) : copy->Folder());
+    if (line.profile) host.SetProfileId(ReadProfileId(*line.profile));
+
+    const std::unique_ptr<Writer> writer =
+        Writer::Create(FormOf(line, streams.Out()), !line.quiet, streams.Out());
+    const SideWatch endedPrograms{host.PollDescriptor(), [&] { host.ProcessEvents(); }};
+    const std::unique_ptr<LineSource> lines =
+        script ? LineSource::OfDescriptor(script->Descriptor(), endedPrograms)
+               : StandardInput(streams, endedPrograms);
+    Console console(host, *writer, FolderOfProgram() / "KvTM10.so");
+    return console.Run(*lines, !script && isatty(streams.In())) ? AllCarriedOut : SomeNotCarriedOut;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    try {
+        const CommandLine line = ReadCommandLine(count, arguments);
+        if (line.help) {
+            std::fputs(line.help->c_str(), stdout);
+            return AllCarriedOut;
+        }
+        return Run(line);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "arvon-console: %s\n", Printable(failure.what()).c_str());
+        return CannotStart;
+    }
+}
