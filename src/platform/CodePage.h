@@ -11,6 +11,7 @@ namespace platform {
 class CodePage {
 public:
     virtual ~CodePage() = default;
+    /// Throws InvalidCall for a setting that names no code page.
     static std::unique_ptr<CodePage> Create();
 
     /// Bytes to UTF-8; a byte without meaning becomes U+FFFD.

@@ -16,8 +16,8 @@ class StringModules {
 public:
     virtual ~StringModules() = default;
     static std::unique_ptr<StringModules> Create();
-    /// The string of that number as ANSI bytes, at most `capacity` - 1 of them; empty when there is none.
-    /// Never throws for a damaged module: it then has no strings.
+    /// The string of that number (its low 16 bits count) as ANSI bytes, at most `capacity` - 1 of them; empty
+    /// when there is none. Never throws for a damaged module: it then has no strings.
     virtual std::string LoadString(std::int32_t module, std::uint32_t number, std::size_t capacity) = 0;
 };
 
