@@ -89,6 +89,7 @@ void Console::Button(Words words) {
 }
 
 void Console::Task(Words words) {
+    RequireComponent(); // tasks of the host's own controls are there without it
     host_.ClickTask(words[0]);
 }
 

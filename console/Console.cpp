@@ -1,5 +1,6 @@
 #include "console/Console.h"
 
+#include "base/ComponentError.h"
 #include "console/CommandTable.h"
 #include "console/LineSource.h"
 #include "console/Words.h"
@@ -10,6 +11,8 @@ namespace arvon::console {
 
 Console::Console(host::ReferenceHost& host, Writer& writer, std::filesystem::path library)
     : host_(host), writer_(writer), library_(std::move(library)) {
+    for (const std::string& problem : host_.Problems()) // of opening the installation
+        writer_.OnProblem(problem);
     host_.Subscribe(writer_);
 }
 
@@ -35,10 +38,18 @@ void Console::Execute(std::string_view line) {
         command_ = words.front();
         CarryOut(words);
         writer_.OnDone(command_);
+    } catch (const CommandError& failure) {
+        RefuseCommand(failure.Text());
+    } catch (const base::ComponentError& failure) {
+        RefuseCommand(failure.Description());
     } catch (const std::exception& failure) {
-        allCarriedOut_ = false;
-        writer_.OnError(command_, failure.what());
+        RefuseCommand(failure.what());
     }
+}
+
+void Console::RefuseCommand(std::string_view text) {
+    allCarriedOut_ = false;
+    writer_.OnError(command_, text);
 }
 
 void Console::CarryOut(Words words) {

@@ -58,6 +58,7 @@ public:
 private:
     void Execute(std::string_view line);
     void CarryOut(Words words);
+    void RefuseCommand(std::string_view text);
     void RequireComponent() const;
     void Reply(std::string_view text);
 

@@ -28,8 +28,12 @@ fs::path FolderOfProgram() {
 }
 
 fs::path SampleSuite() {
-    if (const char* given = std::getenv("ARVON_SAMPLE_SUITE"); given && *given) return given;
-    return FolderOfProgram().parent_path() / "suite";
+    const char* given = std::getenv("ARVON_SAMPLE_SUITE");
+    const fs::path suite = given && *given ? fs::path(given) : FolderOfProgram().parent_path() / "suite";
+    if (!fs::is_directory(suite))
+        throw std::runtime_error("no sample suite: " + suite.string() +
+                                 " is no folder; name one with --suite");
+    return suite;
 }
 
 /// A number when the text reads as one, else the text.

@@ -1,17 +1,24 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace arvon::console {
 
-/// A command that was not understood or not carried out; what() is the text of its `error` line.
+/// A command that was not understood or not carried out.
 class CommandError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit CommandError(std::string text) : std::runtime_error(text), text_(std::move(text)) {}
+    /// The text of its `error` line; what() ends at the first NUL that the user gave.
+    const std::string& Text() const { return text_; }
+
+private:
+    std::string text_;
 };
 
 /// Splits a line into words as a shell does, without any expansion:

@@ -32,7 +32,8 @@ public:
         NoSuchMember(member);
     }
     void Set(std::string_view member, const base::Value& value) override {
-        trace_.Call("Control.Set", name_ + "." + std::string(member), value);
+        trace_.Call(
+            "Control.Set", [&] { return name_ + "." + std::string(member); }, value);
         if (!base::EqualIgnoringCase(member, "Enabled")) NoSuchMember(member);
         enabled_ = value.ToBoolean();
         Remember(*record_, name_ + ".Enabled", base::Value(enabled_).ToText());
@@ -77,7 +78,8 @@ public:
         NoSuchMember(member);
     }
     base::Value Call(std::string_view member, std::span<const base::Value> arguments) override {
-        trace_.Call("Control.Call", member, arguments.empty() ? base::Value() : arguments.front());
+        trace_.Call("Control.Call", member,
+                    [&] { return arguments.empty() ? base::Value() : arguments.front(); });
         if (!base::EqualIgnoringCase(member, "Initialize")) NoSuchMember(member);
         options_ = arguments.empty() ? std::string() : arguments.front().ToText();
         Remember(*record_, "Initialize", options_);

@@ -28,7 +28,8 @@ public:
     using Factory =
         std::function<std::shared_ptr<base::Object>(std::string_view control, std::string_view viewKey)>;
 
-    Controls(Trace& trace, Factory hook) : trace_(trace), hook_(std::move(hook)) {}
+    /// The hook may come and go with its owner.
+    Controls(Trace& trace, const Factory& hook) : trace_(trace), hook_(hook) {}
 
     /// Null for a control that nobody knows.
     std::shared_ptr<base::Object> Make(const std::string& control, const std::string& viewKey);
@@ -36,7 +37,7 @@ public:
 
 private:
     Trace& trace_;
-    Factory hook_;
+    const Factory& hook_;
     std::vector<std::weak_ptr<model::Control>> made_;
 };
 

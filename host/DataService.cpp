@@ -24,7 +24,8 @@ public:
     }
 
     bool Send() override {
-        trace_.Call("DataService.Send", Parameter("path"), Parameter("query"));
+        trace_.Call(
+            "DataService.Send", [this] { return Parameter("path"); }, [this] { return Parameter("query"); });
         data_.clear();
         try {
             data_ = Answer(Parameter("path"), Parameter("query"));

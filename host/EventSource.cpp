@@ -88,7 +88,7 @@ void EventSource::Deliver(std::string_view owner, const IEvent& event) {
     message->SetSource(listenerId::Shell);
     message->SetDestination(owner == listenerId::Shell ? listenerId::Component : owner);
     message->SetBody(event.Xml());
-    router_.Send(message);
+    router_.Route(message);
 }
 
 } // namespace arvon::host

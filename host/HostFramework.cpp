@@ -74,7 +74,9 @@ bool HostFramework::LoadTool(ITool& tool) {
 void HostFramework::Close() {
     loader_.UnloadAll();
     router_->Clear();
-    const std::shared_ptr<ITool> released = std::exchange(component_, nullptr);
+    component_.reset();
+    hooks_ = {};
+    trace_.UnsubscribeAll();
 }
 
 // messages

@@ -75,8 +75,8 @@ public:
     std::shared_ptr<ISettings> GetSettings(std::string_view group) override;
     std::string SwitchLanguage(std::string_view language) override;
 
-    /// Unloads and releases all tools and takes all listeners away: whoever still holds the framework then is
-    /// alone with it.
+    /// Unloads and releases all tools and takes listeners, observers and hooks away: whoever still holds the
+    /// framework then is alone with it.
     void Close();
 
 private:

@@ -34,6 +34,9 @@ IniFile::IniFile(std::string_view text) {
         const std::string_view content = Trim(line.text);
         if (content.empty() || content.front() == ';' || content.front() == '#') {
             // a comment
+        } else if (!base::IsWellFormedUtf8(content)) {
+            problems_.push_back("line " + std::to_string(lines_.size() + 1) +
+                                ": the bytes are not well-formed UTF-8");
         } else if (content.front() == '[' && content.back() == ']') {
             section = Trim(content.substr(1, content.size() - 2));
             line.section = section;

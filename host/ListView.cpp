@@ -1,6 +1,6 @@
 #include "host/ListView.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 
 #include <algorithm>
 
@@ -35,8 +35,8 @@ void ListItem::AddSubItem(std::string_view columnKey, std::string_view text) {
     trace_->Call("ListItem.AddSubItem", key_, columnKey, text);
     for (const auto& [present, presentText] : subItems_) {
         if (present != columnKey) continue;
-        throw base::ComponentError(base::errors::DuplicateKey, "Arvon110",
-                                   "the row \"" + text_ + "\" has a text under \"" + present + "\" already");
+        Raise(base::errors::DuplicateKey,
+              "the row \"" + text_ + "\" has a text under \"" + present + "\" already");
     }
     if (subItems_.empty()) subItems_.reserve(4);
     subItems_.emplace_back(columnKey, text);

@@ -1,7 +1,7 @@
 #include "host/Loader.h"
 
-#include "base/ComponentError.h"
 #include "base/Text.h"
+#include "host/Errors.h"
 #include "host/Router.h"
 #include "host/Settings.h"
 #include "host/ToolRecords.h"
@@ -15,8 +15,8 @@ namespace arvon::host {
 
 namespace {
 
-[[noreturn]] void Refuse(const std::string& reason) {
-    throw base::ComponentError(base::errors::InvalidCall, "Arvon110", reason);
+[[noreturn]] void RaiseRefusal(const std::string& reason) {
+    Raise(base::errors::InvalidCall, reason);
 }
 
 std::string DynamicLinkerProblem() {
@@ -33,18 +33,23 @@ bool IsFileName(std::string_view name) {
 std::shared_ptr<ITool> MakeTool(const std::filesystem::path& library, ISupport& support) {
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(library, ignored)) {
-        throw base::ComponentError(base::errors::FileNotFound, "Arvon110",
-                                   "no tool library " + library.string());
+        Raise(base::errors::FileNotFound, "no tool library " + library.string());
     }
     // an absolute path, for a bare name would be looked for elsewhere
     void* handle = ::dlopen(std::filesystem::absolute(library).c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle) Refuse("not loadable: " + DynamicLinkerProblem());
+    if (!handle) RaiseRefusal("not loadable: " + DynamicLinkerProblem());
     void* symbol = ::dlsym(handle, CreateToolSymbol);
-    if (!symbol) Refuse(library.string() + " has no entry point " + CreateToolSymbol);
+    if (!symbol) RaiseRefusal(library.string() + " has no entry point " + CreateToolSymbol);
     const auto create = reinterpret_cast<CreateToolFunction>(symbol);
     std::shared_ptr<ITool> tool;
-    create(&support, &tool);
-    if (!tool) Refuse(library.string() + " made no tool");
+    try {
+        create(&support, &tool);
+    } catch (const std::exception& error) {
+        RaiseRefusal(library.string() + " made no tool: " + error.what());
+    } catch (...) {
+        RaiseRefusal(library.string() + " made no tool");
+    }
+    if (!tool) RaiseRefusal(library.string() + " made no tool");
     return tool;
 }
 
@@ -111,66 +116,78 @@ bool Loader::IsLoaded(std::string_view name) {
 }
 
 bool Loader::Load(std::string_view name, const std::shared_ptr<IMessageListener>& subscriber) {
-    host_.trace.Call("Loader.Load", name, subscriber ? base::Value(subscriber->id()) : base::Value());
+    host_.trace.Call("Loader.Load", name,
+                     [&] { return subscriber ? base::Value(subscriber->id()) : base::Value(); });
     if (host_.loaded.Find(name)) return true;
-    const std::string key(name);
+    const std::string asked(name);
     std::string reason;
-    bool entered = false;
     try {
-        if (refused_.contains(name)) Refuse("refused");
-        entered = loading_.insert(key).second;
-        if (!entered) Refuse("is being loaded already");
-        LoadOrThrow(key);
-    } catch (const base::ComponentError& error) {
-        reason = error.Description();
+        LoadOrThrow(asked);
     } catch (const std::exception& error) {
         reason = error.what();
+        if (reason.empty()) reason = "failed without a description";
     } catch (...) {
         reason = "failed for an unknown reason";
     }
-    if (entered) loading_.erase(key);
     if (reason.empty()) {
-        problems_.erase(key);
+        problems_.erase(asked);
         return true;
     }
-    problems_.insert_or_assign(key, reason);
-    host_.trace.Problem("tool \"" + key + "\" was not loaded: " + reason);
+    problems_.insert_or_assign(asked, reason);
+    host_.trace.Problem("tool \"" + asked + "\" was not loaded: " + reason);
     return false;
 }
 
-void Loader::LoadOrThrow(const std::string& name) {
+Loader::Candidate Loader::Resolve(const std::string& name) const {
     std::shared_ptr<ToolRecord> record = host_.records.Find(name);
     if (!record) record = host_.records.FindById(name);
-    std::string path;
-    if (record) {
-        path = record->Text(ToolField::Path);
-        if (path.empty()) Refuse("its record names no path");
-    } else {
-        if (!IsFileName(name)) Refuse("no record and no component of that name");
-        path = host_.settings.ComponentFolder() + "\\" + name + ".so";
+    if (!record) {
+        if (!IsFileName(name)) RaiseRefusal("no record and no component of that name");
+        return {{name, name}, {}, host_.settings.ComponentFolder() + "\\" + name + ".so"};
     }
-    model::LoadedTool names{name, name};
-    std::string identifier;
-    if (record) {
-        names = {record->Text(ToolField::Name), record->Text(ToolField::Vrex)};
-        if (names.name.empty()) names.name = name;
-        if (names.key.empty()) names.key = names.name;
-        identifier = record->Text(ToolField::Identifier);
-    }
-    std::shared_ptr<ITool> tool = MakeTool(host_.paths.ToSystem(path), host_.support);
-    const auto takeBack = [&] {
-        if (const auto listener = std::dynamic_pointer_cast<IMessageListener>(tool))
-            host_.router.Unregister(listener.get());
-        host_.router.Retire(tool);
-    };
+    Candidate candidate{{record->Text(ToolField::Name), record->Text(ToolField::Vrex)},
+                        record->Text(ToolField::Identifier),
+                        record->Text(ToolField::Path)};
+    if (candidate.names.name.empty()) candidate.names.name = name;
+    if (candidate.names.key.empty()) candidate.names.key = candidate.names.name;
+    return candidate;
+}
+
+void Loader::LoadOrThrow(const std::string& asked) {
+    if (closed_) RaiseRefusal("the host is closing");
+    if (refused_.contains(asked)) RaiseRefusal("refused");
+    const Candidate candidate = Resolve(asked);
+    const std::string& name = candidate.names.name;
+    for (const std::string* alias : {&name, &candidate.names.key, &candidate.identifier})
+        if (refused_.contains(*alias)) RaiseRefusal("refused");
+    if (const auto present = host_.loaded.Find(name); present && present->Names().name == name)
+        RaiseRefusal("another tool of that name is loaded");
+    if (candidate.path.empty()) RaiseRefusal("its record names no path");
+    if (!loading_.insert(name).second) RaiseRefusal("is being loaded already");
     try {
-        if (!host_.load(*tool)) Refuse("declined to load");
-        host_.loaded.Add(
-            std::make_shared<LoadedTool>(host_.trace, std::move(names), std::move(identifier), tool));
+        LoadTool(candidate);
     } catch (...) {
-        takeBack();
+        loading_.erase(name);
         throw;
     }
+    loading_.erase(name);
+}
+
+void Loader::LoadTool(const Candidate& candidate) {
+    const std::shared_ptr<ITool> tool = MakeTool(host_.paths.ToSystem(candidate.path), host_.support);
+    try {
+        if (!host_.load(*tool)) RaiseRefusal("declined to load");
+    } catch (...) {
+        Release(tool);
+        throw;
+    }
+    host_.loaded.Add(std::make_shared<LoadedTool>(host_.trace, candidate.names, candidate.identifier, tool));
+}
+
+void Loader::Release(const std::shared_ptr<ITool>& tool) {
+    if (const auto listener = std::dynamic_pointer_cast<IMessageListener>(tool))
+        host_.router.Unregister(listener.get());
+    host_.router.Retire(tool);
 }
 
 void Loader::Unload(const std::shared_ptr<LoadedTool>& loaded) {
@@ -184,12 +201,11 @@ void Loader::Unload(const std::shared_ptr<LoadedTool>& loaded) {
     } catch (...) {
         host_.trace.Problem("tool \"" + loaded->Names().name + "\" failed to unload");
     }
-    if (const auto listener = std::dynamic_pointer_cast<IMessageListener>(tool))
-        host_.router.Unregister(listener.get());
-    host_.router.Retire(tool);
+    Release(tool);
 }
 
 void Loader::UnloadAll() {
+    closed_ = true;
     for (const model::LoadedTool& names : host_.loaded.Snapshot())
         if (const auto tool = host_.loaded.Find(names.name)) Unload(tool);
 }

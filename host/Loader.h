@@ -93,16 +93,28 @@ public:
 
     /// Unloads a tool and takes it out of the loaded ones. Its listeners go with it.
     void Unload(const std::shared_ptr<LoadedTool>& tool);
+    /// For good: nothing can be loaded from then on.
     void UnloadAll();
+    /// By name, VREX or identifier, under whichever it is asked for.
     void Refuse(std::string_view name) { refused_.insert(std::string(name)); }
     std::string ProblemOf(std::string_view name) const;
 
 private:
-    void LoadOrThrow(const std::string& name);
+    struct Candidate {
+        model::LoadedTool names;
+        std::string identifier;
+        std::string path; // of its library
+    };
+    /// What a name stands for: a record's tool, or else a component.
+    Candidate Resolve(const std::string& name) const;
+    void LoadOrThrow(const std::string& asked);
+    void LoadTool(const Candidate& candidate);
+    void Release(const std::shared_ptr<ITool>& tool);
 
     Surroundings host_;
     std::set<std::string, std::less<>> refused_;
-    std::set<std::string, std::less<>> loading_;
+    std::set<std::string, std::less<>> loading_; // names of their records
+    bool closed_ = false;
     std::map<std::string, std::string, std::less<>> problems_;
 };
 

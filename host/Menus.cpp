@@ -1,17 +1,8 @@
 #include "host/Menus.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 
 namespace arvon::host {
-
-namespace {
-
-[[noreturn]] void NoSuchItem(std::string_view kind, std::string_view key) {
-    throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                               "no " + std::string(kind) + " \"" + std::string(key) + "\"");
-}
-
-} // namespace
 
 // MenuItems
 // -----------------------------------------------------------------------------------------------------
@@ -19,6 +10,11 @@ namespace {
 MenuItems::MenuItems(MenuContext& context, MenuItem* parent, const MenuItemsOperations& operations)
     : context_(context), operations_(operations),
       level_(!parent || parent->IsInTree() ? &context.tree : nullptr, parent) {}
+
+std::size_t MenuItems::Count() const {
+    context_.trace.Check(operations_.count);
+    return level_.Items().Count();
+}
 
 std::shared_ptr<IMenuItem> MenuItems::Item(std::size_t position) {
     context_.trace.Check(operations_.item);
@@ -48,7 +44,7 @@ std::shared_ptr<IMenuItem> MenuItems::AddSeparator(std::string_view key, std::st
 
 void MenuItems::Remove(std::string_view key) {
     context_.trace.Call(operations_.remove, key);
-    if (!level_.Remove(key)) NoSuchItem("menu item", key);
+    if (!level_.Remove(key)) RaiseNoSuch("menu item", key);
     context_.trace.Changed(context_.part);
 }
 
@@ -60,7 +56,7 @@ void MenuItems::Clear() {
 
 std::vector<model::MenuItem> MenuItems::Snapshot() const {
     std::vector<model::MenuItem> rows;
-    rows.reserve(Count());
+    rows.reserve(level_.Items().Count());
     for (const auto& item : level_.Items())
         rows.push_back(item->Snapshot());
     return rows;
@@ -102,8 +98,16 @@ void MenuItem::SetVisible(bool visible) {
 }
 
 IMenuItems& MenuItem::Items() {
+    context_.trace.Check("MenuItem.Items");
     if (!items_) items_ = std::make_unique<MenuItems>(context_, this, menuItemsOperations);
     return *items_;
+}
+
+bool MenuItem::IsInSight() const noexcept {
+    const MenuItem* at = this;
+    while (at && at->visible_)
+        at = at->Parent();
+    return !at;
 }
 
 model::MenuItem MenuItem::Snapshot() const {
@@ -183,17 +187,17 @@ std::shared_ptr<IMenuItem> Menus::FindItem(std::string_view key) {
 void Menus::Remove(std::string_view key) {
     context_.trace.Call("Menus.Remove", key);
     std::shared_ptr<Menu>* found = menus_.Find(key);
-    if (!found) NoSuchItem("menu", key);
+    if (!found) RaiseNoSuch("menu", key);
     (*found)->Entries().Level().Close(); // whoever still holds the menu has an empty one
     menus_.Remove(key);
     context_.trace.Changed(context_.part);
 }
 
 bool Menus::IsInSight(const MenuItem& item) const {
+    if (!item.IsInSight()) return false;
     const MenuItem* top = &item;
-    while (top->IsVisible() && top->Parent())
+    while (top->Parent())
         top = top->Parent();
-    if (!top->IsVisible()) return false;
     for (const auto& menu : menus_)
         if (&menu->Entries().Level() == top->Standing()) return menu->IsVisible();
     return false;

@@ -24,19 +24,20 @@ struct MenuContext {
 
 /// Operation names of one collection of entries.
 struct MenuItemsOperations {
-    std::string_view item, add, addSeparator, remove, clear;
+    std::string_view count, item, add, addSeparator, remove, clear;
 };
-inline constexpr MenuItemsOperations menuItemsOperations{
-    "MenuItems.Item", "MenuItems.Add", "MenuItems.AddSeparator", "MenuItems.Remove", "MenuItems.Clear"};
-inline constexpr MenuItemsOperations contextMenuOperations{"ContextMenu.Item", "ContextMenu.Add",
-                                                           "ContextMenu.AddSeparator", "ContextMenu.Remove",
-                                                           "ContextMenu.Clear"};
+inline constexpr MenuItemsOperations menuItemsOperations{"MenuItems.Count",  "MenuItems.Item",
+                                                         "MenuItems.Add",    "MenuItems.AddSeparator",
+                                                         "MenuItems.Remove", "MenuItems.Clear"};
+inline constexpr MenuItemsOperations contextMenuOperations{"ContextMenu.Count",  "ContextMenu.Item",
+                                                           "ContextMenu.Add",    "ContextMenu.AddSeparator",
+                                                           "ContextMenu.Remove", "ContextMenu.Clear"};
 
 class MenuItems final : public IMenuItems {
 public:
     MenuItems(MenuContext& context, MenuItem* parent, const MenuItemsOperations& operations);
 
-    std::size_t Count() const override { return level_.Items().Count(); }
+    std::size_t Count() const override;
     std::shared_ptr<IMenuItem> Item(std::size_t position) override;
     std::shared_ptr<IMenuItem> Item(std::string_view key) override;
     std::shared_ptr<IMenuItem> Add(std::string_view key, std::string_view caption,
@@ -70,7 +71,8 @@ public:
     const std::string& OwnerText() const noexcept { return owner_; }
     KeyedTree<MenuItem>::Level* LevelBelow() noexcept { return items_ ? &items_->Level() : nullptr; }
     bool IsEnabled() const noexcept { return enabled_; }
-    bool IsVisible() const noexcept { return visible_; }
+    /// Whether it is visible itself, and every item above it.
+    bool IsInSight() const noexcept;
     bool IsSeparator() const noexcept { return separator_; }
     model::MenuItem Snapshot() const;
 
@@ -116,7 +118,7 @@ public:
 
     /// Without a call's record; null when there is none.
     MenuItem* Find(std::string_view key) const { return context_.tree.First(key); }
-    /// Whether the menu that the item stands in is visible, and every item above it.
+    /// Whether the item is in sight, and the menu that it stands in visible.
     bool IsInSight(const MenuItem& item) const;
     std::vector<model::Menu> Snapshot() const;
 

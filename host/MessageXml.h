@@ -12,14 +12,16 @@
 
 /// The XML form of requests and events:
 ///
-///     <Request Type="" Mode="0"><Parameters><Parameter Name=""
-///     Type="2">text</Parameter></Parameters></Request> <Event ObjectType="0" Name="" Category="0"
-///     Level="0"><Parameters>...</Parameters></Event>
+///     <Request Type="" Mode="0">
+///       <Parameters><Parameter Name="" Type="2">text</Parameter></Parameters>
+///     </Request>
+///     <Event ObjectType="0" Name="" Category="0" Level="0"><Parameters>...</Parameters></Event>
 ///
 /// Any attribute may be missing (0, or empty text), and so may the Parameters element. Blanks may stand
-/// between elements and the text may open with an XML declaration. Everything else is no message: other
-/// elements or attributes, text between elements, a second Parameters element, comments, processing
-/// instructions, document type declarations, numbers that are no 32-bit integers.
+/// between elements and the text may open with an XML declaration; it is UTF-8, whatever that names.
+/// Everything else is no message: other elements or attributes, text between elements, a second Parameters
+/// element, comments, processing instructions, document type declarations, namespaces, numbers that are no
+/// 32-bit integers.
 namespace arvon::host::messageXml {
 
 /// Longest text that is read.

@@ -10,7 +10,7 @@
 namespace arvon::host {
 
 /// One call that a tool made on the host, as it came in. Reading a simple property (a count, a key, a
-/// record's value, a parameter) is no call.
+/// record's value, a parameter) is no call, and stands here only when it was made to fail.
 struct CallRecord {
     std::string operation;              // "Menus.Add"; host/README.md lists them all
     std::vector<base::Value> arguments; // in call order: text, number, boolean; empty for one left out
@@ -93,7 +93,8 @@ public:
     /// every single change: mark and draw later.
     virtual void OnChanged(ModelPart) {}
 
-    /// What is costly to tell is only told to those who ask for it.
+    /// What is costly to tell is only told to those who ask for it. Asked while subscribing, and again before
+    /// each telling: an answer may turn to false at any time, and to true by subscribing once more.
     virtual bool WantsCalls() const { return true; }
     virtual bool WantsMessages() const { return true; }
     virtual bool WantsChanges() const { return true; }

@@ -20,13 +20,24 @@ namespace {
 constexpr int signalBase = 128; // exit code of a program that a signal ended, as shells count
 constexpr std::chrono::milliseconds unwatchedPause{20};
 
-/// Children must stay to be asked about their end: with SIGCHLD ignored the system would drop them.
+/// Children must stay to be asked about their end: with SIGCHLD ignored, or handled with that flag, the
+/// system would drop them.
 void KeepEndedChildren() {
     struct sigaction action {};
-    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
-        action.sa_handler = SIG_DFL;
-        ::sigaction(SIGCHLD, &action, nullptr);
-    }
+    if (::sigaction(SIGCHLD, nullptr, &action) != 0) return;
+    const bool isIgnored = action.sa_handler == SIG_IGN;
+    if (!isIgnored && (action.sa_flags & SA_NOCLDWAIT) == 0) return;
+    if (isIgnored) action.sa_handler = SIG_DFL;
+    action.sa_flags &= ~SA_NOCLDWAIT;
+    ::sigaction(SIGCHLD, &action, nullptr);
+}
+
+using Clock = std::chrono::steady_clock;
+
+/// However long a caller is ready to wait, the end of it can still be told.
+Clock::time_point DeadlineIn(std::chrono::milliseconds timeout) {
+    constexpr std::chrono::milliseconds longest = std::chrono::hours(24 * 365);
+    return Clock::now() + std::min(timeout, longest);
 }
 
 /// The exit code of an ended child, which is taken away with it; nothing while it runs. A child that is not
@@ -131,8 +142,7 @@ std::size_t ProcessFollower::TakeAllEnds() {
 }
 
 std::size_t ProcessFollower::TakeEnds(std::chrono::milliseconds timeout) {
-    using Clock = std::chrono::steady_clock;
-    const auto deadline = Clock::now() + timeout;
+    const auto deadline = DeadlineIn(timeout);
     std::size_t ended = 0;
     for (;;) {
         ended += WatchWaiting();
@@ -159,8 +169,7 @@ std::size_t ProcessFollower::TakeEnds(std::chrono::milliseconds timeout) {
 }
 
 bool ProcessFollower::WaitForAll(std::optional<std::chrono::milliseconds> timeout) {
-    using Clock = std::chrono::steady_clock;
-    const auto deadline = Clock::now() + timeout.value_or(std::chrono::hours(24 * 365));
+    const auto deadline = DeadlineIn(timeout.value_or(std::chrono::milliseconds::max()));
     while (!followed_.IsEmpty()) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
         if (TakeEnds(std::max(left, std::chrono::milliseconds(0))) == 0 && left.count() <= 0) return false;

@@ -1,6 +1,6 @@
 #include "host/Profile.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 
 namespace arvon::host {
 
@@ -24,9 +24,8 @@ void ProfileTasks::Add(std::string_view name, std::string_view secondText) {
 
 std::shared_ptr<IProfileTask> ProfileTasks::Item(std::size_t position) const {
     if (position < 1 || position > tasks_.size()) {
-        throw base::ComponentError(base::errors::OutOfRange, "Arvon110",
-                                   "task " + std::to_string(position) + " is outside 1 to " +
-                                       std::to_string(tasks_.size()));
+        Raise(base::errors::OutOfRange,
+              "task " + std::to_string(position) + " is outside 1 to " + std::to_string(tasks_.size()));
     }
     return tasks_[position - 1];
 }

@@ -1,6 +1,6 @@
 #include "host/ReferenceHost.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 #include "host/HostFramework.h"
 #include "host/Messages.h"
 
@@ -15,24 +15,26 @@ namespace {
 std::filesystem::path OpenInstallation(const std::filesystem::path& folder) {
     std::error_code ignored;
     if (!std::filesystem::is_directory(folder, ignored)) {
-        throw base::ComponentError(base::errors::PathNotFound, "Arvon110",
-                                   "no installation: " + folder.string() + " is no folder");
+        Raise(base::errors::PathNotFound, "no installation: " + folder.string() + " is no folder");
     }
     if (!std::filesystem::is_directory(folder / "drive_c", ignored)) {
-        throw base::ComponentError(base::errors::PathNotFound, "Arvon110",
-                                   "no installation: " + folder.string() + " holds no folder drive_c");
+        Raise(base::errors::PathNotFound, "no installation: " + folder.string() + " holds no folder drive_c");
     }
     if (!std::filesystem::is_regular_file(folder / "registry.reg", ignored)) {
-        throw base::ComponentError(base::errors::FileNotFound, "Arvon110",
-                                   "no installation: " + folder.string() + " holds no file registry.reg");
+        Raise(base::errors::FileNotFound,
+              "no installation: " + folder.string() + " holds no file registry.reg");
     }
-    const std::filesystem::path installation = std::filesystem::canonical(folder);
+    std::error_code problem;
+    const std::filesystem::path installation = std::filesystem::canonical(folder, problem);
+    if (problem) {
+        Raise(base::errors::PathNotFound, "no installation: " + folder.string() + ": " + problem.message());
+    }
     ::setenv(platform::InstallationVariable, installation.c_str(), 1);
     return installation;
 }
 
 [[noreturn]] void NoComponent() {
-    throw base::ComponentError(base::errors::ObjectNotSet, "Arvon110", "no tool manager was opened");
+    Raise(base::errors::ObjectNotSet, "no tool manager was opened");
 }
 
 void AddParameters(IParameters& parameters, std::span<const ParameterRecord> values) {
@@ -134,7 +136,7 @@ std::string ReferenceHost::SendMessage(std::int32_t type, std::string_view body,
     message->SetSource(source);
     message->SetDestination(destination);
     message->SetBody(body);
-    return framework_->router_->Send(message);
+    return framework_->router_->Route(message);
 }
 
 void ReferenceHost::Listen(std::string_view id, std::string_view reply) {
@@ -148,8 +150,7 @@ void ReferenceHost::Listen(std::string_view id, std::string_view reply) {
 
 void ReferenceHost::Unlisten(std::string_view id) {
     if (framework_->router_->Unregister(id)) return;
-    throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                               "no listener \"" + std::string(id) + "\"");
+    RaiseNoSuch("listener", id);
 }
 
 // how the host behaves

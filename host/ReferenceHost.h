@@ -136,8 +136,9 @@ public:
     void SetLanguageAnswer(std::string_view answer);
     /// The loader refuses this tool from now on.
     void Refuse(std::string_view toolName);
-    /// The next `count` calls of a host operation throw ComponentError 1001, source "Arvon110", description
-    /// "OPERATION failed". Throws InvalidCall for a name that is no operation (see Operations).
+    /// The next `count` calls that a tool makes of a host operation throw ComponentError 1001, source
+    /// "Arvon110", description "OPERATION failed". What the host does by itself, such as delivering the
+    /// messages above, is no call. Throws InvalidCall for a name that is no operation (see Operations).
     void FailNext(std::string_view operation, std::size_t count = 1);
     static std::span<const std::string_view> Operations();
     /// Why the loader last refused a tool; empty when it did not.

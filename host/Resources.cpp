@@ -46,13 +46,13 @@ std::string Resources::Folder(const std::string& language) const {
     return settings_.AppPath() + "\\resources\\" + language;
 }
 
-void Resources::Open(const std::string& language) {
+bool Resources::Open(const std::string& language) {
     const std::string path = Folder(language) + "\\Tools.dll";
     const int opened = ::open(paths_.ToSystem(path).c_str(), O_RDONLY | O_CLOEXEC);
     if (opened < 0) {
         trace_.Problem("no string resources for language \"" + language + "\": " + path + ": " +
                        std::strerror(errno));
-        return;
+        return false;
     }
     if (module_) {
         ::dup3(opened, module_, O_CLOEXEC);
@@ -61,6 +61,7 @@ void Resources::Open(const std::string& language) {
         module_ = std::max(0, ::fcntl(opened, F_DUPFD_CLOEXEC, aboveStandardStreams));
     }
     ::close(opened);
+    return true;
 }
 
 base::Value Resources::Get(std::string_view category, std::string_view key) {
@@ -80,7 +81,7 @@ std::string Resources::SwitchLanguage(const std::string& language) {
     const std::string answer = nextAnswer_.value_or(known ? language : std::string());
     nextAnswer_.reset();
     if (answer.empty() || !known) return answer;
-    Open(language);
+    if (!Open(language)) return {};
     settings_.SetLanguage(language);
     return answer;
 }

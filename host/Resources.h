@@ -33,14 +33,15 @@ public:
     /// ("Tools", ""): the handle, 0 when there is no module; ("Tools", number): that text, empty when the
     /// module has none. Empty for anything else.
     base::Value Get(std::string_view category, std::string_view key);
-    /// Answers the language when there is a folder of its resources, or what was set to be answered; empty:
-    /// not switched.
+    /// Answers the language when there is a folder of its resources with the file in it, or what was set to
+    /// be answered; empty: not switched.
     std::string SwitchLanguage(const std::string& language);
     void SetNextAnswer(std::string_view answer) { nextAnswer_ = answer; }
 
 private:
     std::string Folder(const std::string& language) const;
-    void Open(const std::string& language);
+    /// False, and a problem told, when there is no such file; the module in force stays then.
+    bool Open(const std::string& language);
 
     Trace& trace_;
     Settings& settings_;

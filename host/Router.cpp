@@ -1,6 +1,6 @@
 #include "host/Router.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 #include "host/MessageXml.h"
 
 #include <chrono>
@@ -28,6 +28,16 @@ void ReadBody(MessageRecord& record) {
             record.parameters.push_back({parameter->NameText(), parameter->Type(), parameter->Content()});
     } catch (const base::ComponentError&) {
         record.malformed = true;
+    }
+}
+
+/// Empty for a body that is no text: the message is malformed then, unless it is a custom one.
+std::string TextOf(const Value& body) {
+    if (const std::string* text = body.TextIfAny()) return *text;
+    try {
+        return body.ToText();
+    } catch (const base::ComponentError&) {
+        return {};
     }
 }
 
@@ -62,12 +72,7 @@ MessageRecord RecordOf(const IMessage& message) {
     record.type = message.Type();
     record.source = message.Source();
     record.destination = message.Destination();
-    const Value body = message.Body();
-    if (const std::string* text = body.TextIfAny()) {
-        record.body = *text;
-    } else if (body.GetKind() != Value::Kind::Object) {
-        record.body = body.ToText();
-    }
+    record.body = TextOf(message.Body());
     if (record.type == static_cast<std::int32_t>(MessageType::Event)) {
         record.kind = MessageRecord::Kind::Event;
     } else if (record.type == static_cast<std::int32_t>(MessageType::Request)) {
@@ -81,12 +86,10 @@ MessageRecord RecordOf(const IMessage& message) {
 
 void Router::Register(std::string_view id, const std::shared_ptr<IMessageListener>& listener) {
     if (!listener) {
-        throw base::ComponentError(base::errors::ObjectNotSet, "Arvon110",
-                                   "no listener to register under \"" + std::string(id) + "\"");
+        Raise(base::errors::ObjectNotSet, "no listener to register under \"" + std::string(id) + "\"");
     }
     if (id.empty()) {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "a listener needs an identifier, found an empty text");
+        Raise(base::errors::InvalidCall, "a listener needs an identifier, found an empty text");
     }
     if (std::shared_ptr<IMessageListener>* present = listeners_.Find(id)) {
         *present = listener;
@@ -103,11 +106,8 @@ bool Router::Unregister(std::string_view id) {
 }
 
 void Router::Unregister(const IMessageListener* listener) {
-    for (std::size_t position = listeners_.Count(); position >= 1; --position) {
-        if (listeners_.Item(position).get() != listener) continue;
-        listeners_.Remove(position);
-        trace_.Changed(ModelPart::Listeners);
-    }
+    for (const std::string& id : Ids())
+        if (Find(id).get() == listener) Unregister(id);
 }
 
 std::shared_ptr<IMessageListener> Router::Find(std::string_view id) const {
@@ -129,10 +129,13 @@ bool Router::IsRegistered(std::string_view listenerId) {
 
 std::string Router::Send(const std::shared_ptr<IMessage>& message) {
     trace_.Check("Router.Send");
-    if (!message) throw base::ComponentError(base::errors::ObjectNotSet, "Arvon110", "no message to send");
+    return Route(message);
+}
+
+std::string Router::Route(const std::shared_ptr<IMessage>& message) {
+    if (!message) Raise(base::errors::ObjectNotSet, "no message to send");
     if (depth_ >= MaximumDepth) {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "messages are nested deeper than " + std::to_string(MaximumDepth));
+        Raise(base::errors::InvalidCall, "messages are nested deeper than " + std::to_string(MaximumDepth));
     }
     const std::string destination = message->Destination();
     if (trace_.WatchesMessages()) return DeliverWatched(message, destination);

@@ -20,6 +20,8 @@ public:
     /// What a listener throws ends here: the reply is empty then, and observers see the failure. Throws
     /// InvalidCall beyond MaximumDepth deliveries one inside the other.
     std::string Send(const std::shared_ptr<IMessage>& message) override;
+    /// Send for the host's own messages: no operation, so it is never made to fail.
+    std::string Route(const std::shared_ptr<IMessage>& message);
 
     /// Takes the place of a listener of the same identifier. Throws InvalidCall for an empty identifier and
     /// ObjectNotSet for no listener.
@@ -41,8 +43,8 @@ public:
 private:
     std::string Deliver(const std::shared_ptr<IMessage>& message, const std::string& destination,
                         std::string* failure);
-    void ReleaseRetired();
     std::string DeliverWatched(const std::shared_ptr<IMessage>& message, const std::string& destination);
+    void ReleaseRetired();
 
     Trace& trace_;
     base::Collection<std::shared_ptr<IMessageListener>> listeners_;

@@ -34,7 +34,8 @@ private:
 
 Settings::Settings(Trace& trace, platform::Files& files, std::filesystem::path file)
     : trace_(trace), files_(files), file_(std::move(file)), ini_(std::make_shared<IniFile>()) {
-    if (!std::filesystem::exists(file_)) return;
+    std::error_code unknown; // of what cannot even be looked at, reading tells the reason
+    if (!std::filesystem::exists(file_, unknown) && !unknown) return;
     constexpr std::size_t largest = std::size_t{1} << 20;
     ini_ = std::make_shared<IniFile>(files_.Read(file_, largest));
     for (const std::string& problem : ini_->Problems())

@@ -17,17 +17,16 @@ namespace arvon::host {
 
 /// The host's settings, from host.ini in the installation folder:
 ///
-/// | section     | item            | meaning                                                    | without it
-/// |
-/// |-------------|-----------------|------------------------------------------------------------|-------------------|
-/// | [Framework] | LocaleID        | language; the folder below "resources" with its texts      | 1033 for
-/// texts    | |             | FontName        | font of the user interface                                 |
-/// empty             | |             | FontSize        | its size in points | empty             | | [Host] |
-/// AppPath         | the application folder                                     | C:\QUARRA\Arvon   | | |
-/// ImageFolder     | pictures of tasks                                          | AppPath\Images    | | |
-/// ComponentFolder | where the tools' libraries lie                             | AppPath\Bin       | | |
-/// InstallPath     | a path on the drive that the suite is installed on         | AppPath           | | |
-/// CheckBoxes      | whether list views show check boxes: "0" or "-1"           | -1                |
+/// | section     | item            | meaning                                            | without it        |
+/// |-------------|-----------------|----------------------------------------------------|-------------------|
+/// | [Framework] | LocaleID        | language: folder of its texts below "resources"    | 1033 for texts    |
+/// |             | FontName        | font of the user interface                         | empty             |
+/// |             | FontSize        | its size in points                                 | empty             |
+/// | [Host]      | AppPath         | the application folder                             | C:\QUARRA\Arvon   |
+/// |             | ImageFolder     | pictures of tasks                                  | AppPath\Images    |
+/// |             | ComponentFolder | where the tools' libraries lie                     | AppPath\Bin       |
+/// |             | InstallPath     | a path on the drive that the suite is installed on | AppPath           |
+/// |             | CheckBoxes      | whether list views show check boxes: "0" or "-1"   | -1                |
 ///
 /// Every section is a group of settings that a tool can ask for.
 class Settings {

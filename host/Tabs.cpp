@@ -1,6 +1,6 @@
 #include "host/Tabs.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 
 #include <algorithm>
 #include <utility>
@@ -43,10 +43,7 @@ std::shared_ptr<INode> Nodes::Item(std::string_view key) {
 
 void Nodes::Remove(std::string_view key) {
     context_->trace.Call("Nodes.Remove", key);
-    if (!level_.Remove(key)) {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "no node \"" + std::string(key) + "\"");
-    }
+    if (!level_.Remove(key)) RaiseNoSuch("node", key);
     // a selected node that went, alone or with one above it, is selected no more
     if (context_->selected && !context_->selected->IsInTree()) context_->selected = nullptr;
     if (context_->asked && !context_->asked->IsInTree()) context_->asked = nullptr;
@@ -141,6 +138,7 @@ void Node::Ask() {
 }
 
 INodes& Node::Nodes() {
+    context_->trace.Check("Node.Nodes");
     if (!nodes_) nodes_ = std::make_unique<host::Nodes>(context_, this);
     return *nodes_;
 }
@@ -241,9 +239,8 @@ std::shared_ptr<ITab> Tabs::Add(std::int32_t index, std::string_view key, std::s
     trace_.Call("Tabs.Add", index, key, owner, object, flag);
     if (const auto present = Find(key); present && present->OwnerText() == owner) return present;
     if (index < 1) {
-        throw base::ComponentError(base::errors::OutOfRange, "Arvon110",
-                                   "the tab \"" + std::string(key) + "\" was given position " +
-                                       std::to_string(index) + ", the first is 1");
+        Raise(base::errors::OutOfRange, "the tab \"" + std::string(key) + "\" was given position " +
+                                            std::to_string(index) + ", the first is 1");
     }
     const std::size_t position = std::min(static_cast<std::size_t>(index), tabs_.Count() + 1);
     const auto& added = tabs_.Add(std::make_shared<Tab>(*this, trace_, events_, key, owner), key, position);

@@ -103,6 +103,8 @@ public:
 
     const std::string& KeyText() const noexcept { return key_; }
     const std::string& OwnerText() const noexcept { return owner_; }
+    bool IsVisible() const noexcept { return visible_; }
+    bool IsEnabled() const noexcept { return enabled_; }
     /// Without a call's record; null when there is none.
     std::shared_ptr<Node> Find(std::string_view key) const;
     std::string SelectedKey() const;

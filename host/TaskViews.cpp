@@ -1,6 +1,6 @@
 #include "host/TaskViews.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 
 namespace arvon::host {
 
@@ -81,9 +81,8 @@ void TaskViews::Add(std::string_view key, ViewKind kind, const std::shared_ptr<I
     trace_.Call("TaskViews.Add", key, kind, owner);
     auto own = std::dynamic_pointer_cast<TaskView>(taskView);
     if (!own) {
-        throw base::ComponentError(taskView ? base::errors::InvalidCall : base::errors::ObjectNotSet,
-                                   "Arvon110",
-                                   "the pane \"" + std::string(key) + "\" was not made by NewTaskView");
+        Raise(taskView ? base::errors::InvalidCall : base::errors::ObjectNotSet,
+              "the pane \"" + std::string(key) + "\" was not made by NewTaskView");
     }
     Pane pane{std::move(own), std::string(key), kind, std::string(owner)};
     Pane* present = panes_.Find(key);

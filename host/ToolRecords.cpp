@@ -1,6 +1,7 @@
 #include "host/ToolRecords.h"
 
-#include "base/ComponentError.h"
+#include "base/XmlEncoding.h"
+#include "host/Errors.h"
 #include "host/ToolsXml.h"
 #include "platform/Files.h"
 
@@ -54,7 +55,8 @@ base::Value DateOrText(const std::string& text) {
 // ToolRecord
 // ----------------------------------------------------------------------------------------------------
 
-ToolRecord::ToolRecord(Trace& trace, base::XmlNode element) : trace_(trace), element_(std::move(element)) {
+ToolRecord::ToolRecord(Trace& trace, base::XmlNode element, std::shared_ptr<bool> renamed)
+    : trace_(trace), element_(std::move(element)), renamed_(std::move(renamed)) {
     for (std::size_t index = 0; index < toolFieldNames.size(); ++index)
         texts_[index] = element_.Attribute(toolFieldNames[index]);
     const auto read = [this](ToolField field, const char* fallback, auto convert) {
@@ -114,7 +116,7 @@ void ToolRecord::Set(std::string_view member, const base::Value& value) {
     const auto field = FieldOf(member);
     if (!field) {
         if (!SameMember(member, xmlMember)) NoSuchMember(member);
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110", "a record's XML cannot be set");
+        Raise(base::errors::InvalidCall, "a record's XML cannot be set");
     }
     const auto index = static_cast<std::size_t>(*field);
     std::string text;
@@ -136,6 +138,7 @@ void ToolRecord::Set(std::string_view member, const base::Value& value) {
     showInList_ = *field == ToolField::ShowInList ? value.ToBoolean() : showInList_;
     kind_ = *field == ToolField::Kind ? value.ToInteger() : kind_;
     lastUpdated_.reset();
+    if (*field == ToolField::Name) *renamed_ = true;
     trace_.Changed(ModelPart::Tools);
 }
 
@@ -173,8 +176,9 @@ model::Tool ToolRecord::Snapshot() const {
 // ToolRecords
 // ---------------------------------------------------------------------------------------------------
 
-ToolRecords::ToolRecords(Trace& trace, platform::Files& files, std::filesystem::path file, Editor editor)
-    : trace_(trace), files_(files), file_(std::move(file)), editor_(std::move(editor)) {
+ToolRecords::ToolRecords(Trace& trace, platform::Files& files, std::filesystem::path file,
+                         const Editor& editor)
+    : trace_(trace), files_(files), file_(std::move(file)), editor_(editor) {
     Read();
 }
 
@@ -193,17 +197,11 @@ std::shared_ptr<IToolRecord> ToolRecords::Item(std::string_view name) const {
     return Find(name);
 }
 
-const std::string* ToolRecords::KeyOf(std::string_view name) const {
-    const auto found = repeated_.find(std::string(name));
-    return found == repeated_.end() ? nullptr : &found->second.front();
-}
-
 std::shared_ptr<ToolRecord> ToolRecords::Find(std::string_view name) const {
-    const std::shared_ptr<ToolRecord>* found = records_.Find(name);
-    if (found) return *found;
-    if (repeated_.empty()) return nullptr;
-    const std::string* key = KeyOf(name);
-    return key ? *records_.Find(*key) : nullptr;
+    if (*renamed_) KeyByName();
+    if (const std::shared_ptr<ToolRecord>* found = records_.Find(name)) return *found;
+    const auto repeated = repeated_.find(std::string(name));
+    return repeated == repeated_.end() ? nullptr : *records_.Find(repeated->second.front());
 }
 
 std::shared_ptr<ToolRecord> ToolRecords::FindById(std::string_view id) const {
@@ -216,10 +214,7 @@ std::shared_ptr<ToolRecord> ToolRecords::FindById(std::string_view id) const {
 void ToolRecords::Remove(std::string_view name) {
     trace_.Call("Tools.Remove", name);
     const std::shared_ptr<ToolRecord> record = Find(name);
-    if (!record) {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "no tool \"" + std::string(name) + "\"");
-    }
+    if (!record) RaiseNoSuch("tool", name);
     removed_.push_back(record);
     if (!records_.Remove(name)) { // the first of that name went before
         const auto found = repeated_.find(std::string(name));
@@ -230,31 +225,38 @@ void ToolRecords::Remove(std::string_view name) {
     trace_.Changed(ModelPart::Tools);
 }
 
-std::vector<base::XmlNode> ToolRecords::ToolElements(const base::XmlDocument& document) const {
-    if (document.Root().Name() != "Tools") {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   file_.string() + ": expected the root \"Tools\", found \"" +
-                                       document.Root().Name() + "\"");
+ToolRecords::Catalogue ToolRecords::Load() const {
+    Catalogue catalogue{files_.Read(file_, base::XmlDocument::MaximumBytes), {}};
+    try {
+        catalogue.text = base::DecodeXml(std::move(catalogue.text));
+        base::XmlDocument document;
+        document.LoadText(catalogue.text);
+        if (document.Root().Name() != "Tools") {
+            Raise(base::errors::InvalidCall,
+                  "expected the root \"Tools\", found \"" + document.Root().Name() + "\"");
+        }
+        catalogue.tools = document.Select("//Tool");
+    } catch (const base::ComponentError& error) {
+        Raise(error.Number(), file_.string() + ": " + error.Description());
     }
-    return document.Select("//Tool");
+    return catalogue;
 }
 
 void ToolRecords::Read() {
     records_.Clear();
     repeated_.clear();
     removed_.clear();
-    if (!std::filesystem::exists(file_)) return;
+    *renamed_ = false;
     try {
-        base::XmlDocument document;
-        document.LoadFile(file_);
-        for (base::XmlNode& element : ToolElements(document))
-            Take(std::make_shared<ToolRecord>(trace_, std::move(element)));
+        Catalogue catalogue = Load();
+        for (base::XmlNode& element : catalogue.tools)
+            Take(std::make_shared<ToolRecord>(trace_, std::move(element), renamed_));
     } catch (const base::ComponentError& error) {
         trace_.Problem(error.Description());
     }
 }
 
-void ToolRecords::Take(std::shared_ptr<ToolRecord> record) {
+void ToolRecords::Take(std::shared_ptr<ToolRecord> record) const {
     std::string key = record->Text(ToolField::Name);
     if (!key.empty() && records_.Find(key)) {
         std::deque<std::string>& keys = repeated_[key];
@@ -265,6 +267,15 @@ void ToolRecords::Take(std::shared_ptr<ToolRecord> record) {
     records_.Add(std::move(record), key);
 }
 
+void ToolRecords::KeyByName() const {
+    const std::vector<std::shared_ptr<ToolRecord>> records = records_.Snapshot();
+    records_.Clear();
+    repeated_.clear();
+    for (const auto& record : records)
+        Take(record);
+    *renamed_ = false;
+}
+
 void ToolRecords::Reload() {
     trace_.Call("Tools.Reload");
     Read();
@@ -273,15 +284,12 @@ void ToolRecords::Reload() {
 
 void ToolRecords::Save() {
     trace_.Call("Tools.Save");
-    const std::string text = files_.Read(file_);
-    base::XmlDocument document;
-    document.LoadText(text);
-    std::vector<base::XmlNode> elements = ToolElements(document);
+    const auto [text, tools] = Load();
 
     // several elements may have the same name and VREX: they are told apart by their order
     std::map<std::pair<std::string, std::string>, std::deque<std::size_t>> places;
-    for (std::size_t index = 0; index < elements.size(); ++index)
-        places[{elements[index].Attribute("Name"), elements[index].Attribute("VREX")}].push_back(index);
+    for (std::size_t index = 0; index < tools.size(); ++index)
+        places[{tools[index].Attribute("Name"), tools[index].Attribute("VREX")}].push_back(index);
 
     std::vector<toolsXml::Edit> edits;
     std::vector<std::size_t> cuts;
@@ -296,35 +304,35 @@ void ToolRecords::Save() {
         if (const auto place = takePlace(*record)) cuts.push_back(*place);
     for (const auto& record : records_) {
         const auto place = takePlace(*record);
-        if (!place) continue;
-        for (const auto& [attribute, value] : record->ChangedAttributes())
+        const auto changes = record->ChangedAttributes();
+        if (!place && !changes.empty()) {
+            trace_.Problem(file_.string() + " holds the tool \"" + record->Origin().first +
+                           "\" no more: its changes were not saved");
+            continue;
+        }
+        for (const auto& [attribute, value] : changes)
             edits.push_back({*place, attribute, value});
     }
-    if (edits.empty() && cuts.empty()) return;
-
-    if (const auto edited = toolsXml::Apply(text, elements.size(), edits, cuts)) {
+    if (!edits.empty() || !cuts.empty()) {
+        const auto edited = toolsXml::Apply(text, tools.size(), edits, cuts);
+        if (!edited) {
+            Raise(base::errors::InvalidCall,
+                  file_.string() + " holds tools in an XML namespace, and cannot be saved");
+        }
         files_.Replace(file_, *edited);
-    } else {
-        for (const toolsXml::Edit& edit : edits)
-            elements[edit.tool].SetAttribute(edit.attribute.c_str(), edit.value);
-        for (const std::size_t cut : cuts)
-            elements[cut].Parent().RemoveChild(elements[cut]);
-        files_.Replace(file_, document.Text());
     }
     removed_.clear();
-    const std::vector<std::shared_ptr<ToolRecord>> records = records_.Snapshot();
-    records_.Clear();
-    repeated_.clear();
-    for (const auto& record : records) { // under the names that they have by now
+    for (const auto& record : records_)
         record->MarkSaved();
-        Take(record);
-    }
 }
 
 void ToolRecords::Edit(const std::shared_ptr<IToolRecord>& record, std::string_view caller) {
-    if (!record) throw base::ComponentError(base::errors::ObjectNotSet, "Arvon110", "no record to edit");
-    const auto* own = dynamic_cast<const ToolRecord*>(record.get());
-    trace_.Call("Tools.Edit", own ? own->Text(ToolField::Name) : std::string(), caller);
+    if (!record) Raise(base::errors::ObjectNotSet, "no record to edit");
+    const auto name = [&] {
+        const auto* own = dynamic_cast<const ToolRecord*>(record.get());
+        return own ? own->Text(ToolField::Name) : std::string();
+    };
+    trace_.Call("Tools.Edit", name, caller);
     if (editor_ && editor_(*record)) Save();
 }
 

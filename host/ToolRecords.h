@@ -49,7 +49,8 @@ inline constexpr std::array<const char*, 12> toolFieldNames{
 class ToolRecord final : public IToolRecord {
 public:
     /// Values that mean nothing (a Kind that is no number) are told as problems and read as missing ones.
-    ToolRecord(Trace& trace, base::XmlNode element);
+    /// `renamed` is set when the record gets another name.
+    ToolRecord(Trace& trace, base::XmlNode element, std::shared_ptr<bool> renamed);
 
     std::string Name() const override;
     std::string Classification() const override;
@@ -71,6 +72,7 @@ public:
 private:
     Trace& trace_;
     base::XmlNode element_;
+    std::shared_ptr<bool> renamed_;
     std::array<std::string, toolFieldNames.size()> texts_;
     bool showInList_ = true;
     std::int32_t kind_ = 0;
@@ -84,8 +86,9 @@ class ToolRecords final : public IToolRecords {
 public:
     using Editor = std::function<bool(IToolRecord& record)>;
 
-    /// Reads the catalogue. A missing file is an empty catalogue; a broken one too, and a problem.
-    ToolRecords(Trace& trace, platform::Files& files, std::filesystem::path file, Editor editor);
+    /// Reads the catalogue. A missing or broken file is an empty catalogue and a problem. The editor may come
+    /// and go with its owner.
+    ToolRecords(Trace& trace, platform::Files& files, std::filesystem::path file, const Editor& editor);
 
     std::size_t Count() const override;
     std::shared_ptr<IToolRecord> Item(std::size_t position) const override;
@@ -93,7 +96,8 @@ public:
     /// From the collection; the file follows with Save.
     void Remove(std::string_view name) override;
     /// Writes what was changed and removed into the file as it stands on the disk by now: everything else in
-    /// it stays as it is. Throws when it cannot be read or written, or is damaged.
+    /// it stays as it is, but a file in another encoding is one in UTF-8 then. A changed record that the file
+    /// does not hold any more is a problem. Throws when the file cannot be read or written, or is damaged.
     void Save() override;
     void Reload() override;
     void Edit(const std::shared_ptr<IToolRecord>& record, std::string_view caller) override;
@@ -105,19 +109,26 @@ public:
     std::vector<model::Tool> Snapshot() const;
 
 private:
+    /// The file as it stands on the disk.
+    struct Catalogue {
+        std::string text; // UTF-8
+        std::vector<base::XmlNode> tools;
+    };
+    Catalogue Load() const;
     void Read();
-    void Take(std::shared_ptr<ToolRecord> record);
-    std::vector<base::XmlNode> ToolElements(const base::XmlDocument& document) const;
-    const std::string* KeyOf(std::string_view name) const;
+    void Take(std::shared_ptr<ToolRecord> record) const;
+    void KeyByName() const;
 
     Trace& trace_;
     platform::Files& files_;
     std::filesystem::path file_;
-    Editor editor_;
-    base::Collection<std::shared_ptr<ToolRecord>>
-        records_; // keyed by name; a repeated name gets a key of its own
-    std::unordered_map<std::string, std::deque<std::string>> repeated_; // those keys, by name
-    std::vector<std::shared_ptr<ToolRecord>> removed_;                  // since the last save
+    const Editor& editor_;
+    /// Keyed by name; a repeated name gets a key of its own, which repeated_ holds by name. Keyed anew when
+    /// asked for a name after a record got another one.
+    mutable base::Collection<std::shared_ptr<ToolRecord>> records_;
+    mutable std::unordered_map<std::string, std::deque<std::string>> repeated_;
+    std::shared_ptr<bool> renamed_ = std::make_shared<bool>(false);
+    std::vector<std::shared_ptr<ToolRecord>> removed_; // since the last save
 };
 
 } // namespace arvon::host

@@ -1,6 +1,6 @@
 #include "host/Toolbar.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 
 #include <algorithm>
 
@@ -71,10 +71,7 @@ std::size_t Buttons::PositionOf(std::string_view key) {
 
 void Buttons::Remove(std::string_view key) {
     trace_.Call("Buttons.Remove", key);
-    if (!buttons_.Remove(key)) {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "no button \"" + std::string(key) + "\"");
-    }
+    if (!buttons_.Remove(key)) RaiseNoSuch("button", key);
     trace_.Changed(ModelPart::Toolbar);
 }
 

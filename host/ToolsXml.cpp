@@ -190,18 +190,23 @@ void Cut(Replacements& replacements, std::string_view text, const std::vector<To
     CutOut(replacements, whole ? WithItsLine(text, all) : Range{from, all.end});
 }
 
-bool DeclaresOtherEncoding(std::string_view text) {
-    if (!text.starts_with("<?xml")) return false;
-    const std::string declaration = base::UpperCase(text.substr(0, text.find("?>")));
-    const std::size_t encoding = declaration.find("ENCODING");
-    return encoding != std::string::npos && declaration.find("UTF-8", encoding) == std::string::npos;
+/// The encoding in the XML declaration becomes what the text is in.
+void SetEncoding(Replacements& replacements, std::string_view text) {
+    if (!text.starts_with("<?xml")) return;
+    const std::string_view declaration = text.substr(0, text.find("?>"));
+    const std::size_t name = declaration.find("encoding");
+    if (name == std::string_view::npos) return;
+    const std::size_t quote = declaration.find_first_of("\"'", name);
+    const std::size_t begin = quote + 1;
+    const std::size_t end = declaration.find(declaration[quote], begin);
+    if (base::EqualIgnoringCase(declaration.substr(begin, end - begin), "UTF-8")) return;
+    replacements.insert_or_assign(begin, Replacement{end, "UTF-8"});
 }
 
 } // namespace
 
 std::optional<std::string> Apply(std::string_view text, std::size_t toolCount, const std::vector<Edit>& edits,
                                  const std::vector<std::size_t>& cuts) {
-    if (DeclaresOtherEncoding(text) || !base::IsWellFormedUtf8(text)) return {};
     const std::vector<ToolPlace> tools = Scanner(text).Tools();
     if (tools.size() != toolCount) return {};
 
@@ -209,6 +214,7 @@ std::optional<std::string> Apply(std::string_view text, std::size_t toolCount, c
     for (const std::size_t index : cuts)
         isCut.at(index) = true;
     Replacements replacements;
+    SetEncoding(replacements, text);
     for (const Edit& edit : edits)
         if (!isCut.at(edit.tool)) SetAttribute(replacements, tools[edit.tool], edit);
     for (std::size_t index = 0; index < tools.size(); ++index)

@@ -1,6 +1,6 @@
 #include "host/Trace.h"
 
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 
 #include <algorithm>
 
@@ -33,6 +33,12 @@ void Trace::Unsubscribe(IObserver& observer) {
     RefreshFlags();
 }
 
+void Trace::UnsubscribeAll() {
+    std::fill(observers_.begin(), observers_.end(), nullptr);
+    if (telling_ == 0) observers_.clear();
+    RefreshFlags();
+}
+
 void Trace::RefreshFlags() {
     const auto any = [this](bool (IObserver::*wants)() const) {
         return std::any_of(observers_.begin(), observers_.end(),
@@ -45,10 +51,7 @@ void Trace::RefreshFlags() {
 
 void Trace::FailNext(std::string_view operation, std::size_t count) {
     const auto known = OperationNames();
-    if (!std::binary_search(known.begin(), known.end(), operation)) {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "no host operation \"" + std::string(operation) + "\"");
-    }
+    if (!std::binary_search(known.begin(), known.end(), operation)) RaiseNoSuch("host operation", operation);
     if (count == 0) {
         if (const auto found = failures_.find(operation); found != failures_.end()) failures_.erase(found);
     } else {
@@ -76,7 +79,7 @@ void Trace::TakeFailure(std::string_view operation) {
             if (observer.WantsCalls()) observer.OnCall(call);
         });
     }
-    throw base::ComponentError(injectedFailure, "Arvon110", std::string(operation) + " failed");
+    Raise(injectedFailure, std::string(operation) + " failed");
 }
 
 void Trace::Tell(std::string_view operation, std::vector<base::Value> arguments) {
@@ -84,7 +87,7 @@ void Trace::Tell(std::string_view operation, std::vector<base::Value> arguments)
     ForEach([&](IObserver& observer) {
         if (observer.WantsCalls()) observer.OnCall(call);
     });
-    if (call.failed) throw base::ComponentError(injectedFailure, "Arvon110", call.operation + " failed");
+    if (call.failed) Raise(injectedFailure, call.operation + " failed");
 }
 
 void Trace::TellChanged(ModelPart part) {

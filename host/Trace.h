@@ -30,10 +30,12 @@ public:
 
     void Subscribe(IObserver& observer);
     void Unsubscribe(IObserver& observer);
+    void UnsubscribeAll();
     /// Throws InvalidCall for a name that is no operation.
     void FailNext(std::string_view operation, std::size_t count);
 
-    /// First line of every operation. Throws when the operation is to fail.
+    /// First line of every operation. Throws when the operation is to fail. An argument that costs something
+    /// to make is given as a function that makes it.
     template <class... Arguments> void Call(std::string_view operation, const Arguments&... arguments) {
         if (!watchesCalls_ && !failing_) [[likely]]
             return;
@@ -65,7 +67,9 @@ public:
 
 private:
     template <class T> static base::Value Argument(const T& value) {
-        if constexpr (std::is_enum_v<T>) {
+        if constexpr (std::is_invocable_v<const T&>) {
+            return Argument(value());
+        } else if constexpr (std::is_enum_v<T>) {
             return base::Value(static_cast<std::int32_t>(value));
         } else if constexpr (std::is_same_v<T, std::optional<std::string_view>>) {
             return value ? base::Value(*value) : base::Value();

@@ -1,4 +1,4 @@
-#include "base/ComponentError.h"
+#include "host/Errors.h"
 #include "host/HostFramework.h"
 #include "host/ReferenceHost.h"
 
@@ -15,14 +15,37 @@ namespace {
 /// Tasks that the host's own controls offer besides those of the pane.
 constexpr std::array<std::string_view, 3> ownTasks{"tskUpdateTool", "tskAddTool", "tskEditTool"};
 
-[[noreturn]] void NoSuch(std::string_view kind, std::string_view key) {
-    throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                               "no " + std::string(kind) + " \"" + std::string(key) + "\"");
+[[noreturn]] void CannotBeUsed(std::string_view kind, std::string_view key, std::string_view state) {
+    Raise(base::errors::InvalidCall,
+          std::string(kind) + " \"" + std::string(key) + "\" is " + std::string(state));
 }
 
-[[noreturn]] void CannotBeUsed(std::string_view kind, std::string_view key, std::string_view state) {
-    throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                               std::string(kind) + " \"" + std::string(key) + "\" is " + std::string(state));
+std::shared_ptr<Tab> UsableTab(const Tabs& tabs, std::string_view key) {
+    const std::shared_ptr<Tab> tab = tabs.Find(key);
+    if (!tab) RaiseNoSuch("tab", key);
+    if (!tab->IsVisible()) CannotBeUsed("tab", key, "hidden");
+    if (!tab->IsEnabled()) CannotBeUsed("tab", key, "disabled");
+    return tab;
+}
+
+struct UsableRow {
+    std::shared_ptr<View> view;
+    ListItem& row;
+};
+
+std::shared_ptr<View> ListViewOf(const Views& views, std::string_view viewKey) {
+    const std::shared_ptr<View> view = views.Find(viewKey);
+    if (!view || !view->Rows()) RaiseNoSuch("list view", viewKey);
+    return view;
+}
+
+/// Makes the row of that text the current one.
+UsableRow CurrentRow(const Views& views, std::string_view viewKey, std::string_view rowText) {
+    const std::shared_ptr<View> view = ListViewOf(views, viewKey);
+    ListItem* row = view->Rows()->FindText(rowText);
+    if (!row) RaiseNoSuch("row", rowText);
+    view->Rows()->SetCurrent(row);
+    return {view, *row};
 }
 
 void RequireClickable(const MenuItem& item, bool inSight) {
@@ -39,9 +62,9 @@ void ReferenceHost::ClickMenu(std::string_view key) {
     bool inSight = item && host.menus_.IsInSight(*item);
     if (!item) {
         item = host.contextMenu_.Find(key);
-        inSight = item && item->IsVisible();
+        inSight = item && item->IsInSight();
     }
-    if (!item) NoSuch("menu item", key);
+    if (!item) RaiseNoSuch("menu item", key);
     RequireClickable(*item, inSight);
     const std::string owner = item->OwnerText();
     framework_->events_.Menu(owner, key);
@@ -49,7 +72,7 @@ void ReferenceHost::ClickMenu(std::string_view key) {
 
 void ReferenceHost::ClickButton(std::string_view key) {
     const Button* button = framework_->buttons_.Find(key);
-    if (!button) NoSuch("button", key);
+    if (!button) RaiseNoSuch("button", key);
     if (button->IsSeparator()) CannotBeUsed("button", key, "a separator");
     if (!button->IsVisible()) CannotBeUsed("button", key, "hidden");
     const std::string owner = button->OwnerText();
@@ -63,22 +86,21 @@ void ReferenceHost::ClickTask(std::string_view key, bool flag) {
         // a task of its own pane
     } else if (key == showAllTask) {
         pane = framework_->taskViews_.First();
-        if (!pane) NoSuch("task", key);
+        if (!pane) RaiseNoSuch("task", key);
         owner = pane->owner;
         flag = pane->view->TurnShowAll();
     } else if (std::find(ownTasks.begin(), ownTasks.end(), key) != ownTasks.end()) {
         owner = listenerId::Component;
     } else {
-        NoSuch("task", key);
+        RaiseNoSuch("task", key);
     }
     framework_->events_.Task(owner, key, flag);
 }
 
 void ReferenceHost::NodeEvent(std::string_view tabKey, std::string_view nodeKey, std::int32_t kind) {
-    const std::shared_ptr<Tab> tab = framework_->tabs_.Find(tabKey);
-    if (!tab) NoSuch("tab", tabKey);
+    const std::shared_ptr<Tab> tab = UsableTab(framework_->tabs_, tabKey);
     const std::shared_ptr<Node> node = tab->Find(nodeKey);
-    if (!node) NoSuch("node", nodeKey);
+    if (!node) RaiseNoSuch("node", nodeKey);
     if (kind == eventKind::Selected) {
         node->BecomeSelected(true);
     } else {
@@ -87,53 +109,40 @@ void ReferenceHost::NodeEvent(std::string_view tabKey, std::string_view nodeKey,
 }
 
 void ReferenceHost::TabEvent(std::string_view tabKey, std::int32_t kind) {
-    const std::shared_ptr<Tab> tab = framework_->tabs_.Find(tabKey);
-    if (!tab) NoSuch("tab", tabKey);
+    const std::shared_ptr<Tab> tab = UsableTab(framework_->tabs_, tabKey);
     if (kind == eventKind::Selected) framework_->tabs_.BringForward(tabKey);
     framework_->events_.Tab(tab->OwnerText(), tabKey, kind, tab->SelectedKey());
 }
 
 void ReferenceHost::ListItemEvent(std::string_view viewKey, std::string_view rowText, std::int32_t kind,
                                   std::optional<bool> checked) {
-    const std::shared_ptr<View> view = framework_->views_.Find(viewKey);
-    ListView* list = view ? view->Rows() : nullptr;
-    if (!list) NoSuch("list view", viewKey);
-    ListItem* row = list->FindText(rowText);
-    if (!row) NoSuch("row", rowText);
-    list->SetCurrent(row);
-    bool state = checked.value_or(row->IsChecked());
+    const auto [view, row] = CurrentRow(framework_->views_, viewKey, rowText);
+    bool state = checked.value_or(row.IsChecked());
     if (kind == eventKind::CheckChanged) {
-        state = checked.value_or(!row->IsChecked());
-        row->Check(state);
+        state = checked.value_or(!row.IsChecked());
+        row.Check(state);
     }
     framework_->events_.Row(view->OwnerText(), viewKey, kind, rowText, state);
 }
 
 void ReferenceHost::SelectRow(std::string_view viewKey, std::string_view rowText) {
-    const std::shared_ptr<View> view = framework_->views_.Find(viewKey);
-    ListView* list = view ? view->Rows() : nullptr;
-    if (!list) NoSuch("list view", viewKey);
-    ListItem* row = list->FindText(rowText);
-    if (!row) NoSuch("row", rowText);
-    list->SetCurrent(row);
+    CurrentRow(framework_->views_, viewKey, rowText);
 }
 
 void ReferenceHost::ColumnClick(std::string_view viewKey, std::string_view columnKey,
                                 std::string_view order) {
-    const std::shared_ptr<View> view = framework_->views_.Find(viewKey);
-    const ListView* list = view ? view->Rows() : nullptr;
-    if (!list) NoSuch("list view", viewKey);
-    if (!list->HasColumn(columnKey)) NoSuch("column", columnKey);
+    const std::shared_ptr<View> view = ListViewOf(framework_->views_, viewKey);
+    if (!view->Rows()->HasColumn(columnKey)) RaiseNoSuch("column", columnKey);
     framework_->events_.Column(view->OwnerText(), viewKey, columnKey, order);
 }
 
 void ReferenceHost::CloseWindow(std::string_view key) {
-    if (!framework_->windows_.Close(key)) NoSuch("window", key);
+    if (!framework_->windows_.Close(key)) RaiseNoSuch("window", key);
 }
 
 void ReferenceHost::UnloadTool(std::string_view name) {
     const std::shared_ptr<LoadedTool> tool = framework_->loadedTools_.Find(name);
-    if (!tool) NoSuch("loaded tool", name);
+    if (!tool) RaiseNoSuch("loaded tool", name);
     const std::array parameters{ParameterRecord{"vrex", 2, tool->Names().key},
                                 ParameterRecord{"toolID", 2, tool->Identifier()}};
     SendRequest("UnloadTool", parameters, listenerId::Shell);

@@ -1,7 +1,7 @@
 #include "host/Views.h"
 
-#include "base/ComponentError.h"
 #include "base/Text.h"
+#include "host/Errors.h"
 
 namespace arvon::host {
 
@@ -20,13 +20,13 @@ std::shared_ptr<base::Object> Window::Control() {
 
 void Window::Close() {
     trace_.Call("Window.Close", view_->Fields().key);
-    windows_.Close(view_->Fields().key);
+    windows_.Close(*this);
 }
 
 base::Value Window::Call(std::string_view member, std::span<const base::Value>) {
     if (!base::EqualIgnoringCase(member, "CloseWindow")) NoSuchMember(member);
     trace_.Call("Window.CloseWindow", view_->Fields().key);
-    windows_.Close(view_->Fields().key);
+    windows_.Close(*this);
     return {};
 }
 
@@ -51,6 +51,12 @@ bool Windows::Close(std::string_view key) {
     return true;
 }
 
+void Windows::Close(const Window& window) {
+    const std::string key = window.Shown().Fields().key; // may go with the window
+    const std::shared_ptr<Window>* found = windows_.Find(key);
+    if (found && found->get() == &window) Close(key);
+}
+
 std::vector<model::View> Windows::Snapshot() const {
     std::vector<model::View> rows;
     for (const auto& window : windows_)
@@ -73,10 +79,9 @@ View::View(Trace& trace, Controls& controls, Windows& windows, std::string_view 
                control && kind == ViewKind::Control) {
         fields_.control = control->control;
     } else {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "the view \"" + fields_.key + "\" of kind " +
-                                       std::to_string(fields_.kind) + " was given " +
-                                       (list ? "a list" : "a control") + " to host");
+        Raise(base::errors::InvalidCall, "the view \"" + fields_.key + "\" of kind " +
+                                             std::to_string(fields_.kind) + " was given " +
+                                             (list ? "a list" : "a control") + " to host");
     }
 }
 
@@ -133,18 +138,21 @@ void View::Show() {
 
 std::shared_ptr<IView> Views::Add(std::string_view name, ViewKind kind, const ViewDefinition& definition,
                                   std::string_view owner) {
-    const auto* control = std::get_if<ControlViewDefinition>(&definition);
-    trace_.Call("Views.Add", name, kind, control ? base::Value(control->control) : base::Value(), owner);
+    const auto hosted = [&] {
+        const auto* control = std::get_if<ControlViewDefinition>(&definition);
+        return control ? base::Value(control->control) : base::Value();
+    };
+    trace_.Call("Views.Add", name, kind, hosted, owner);
     auto view =
         std::make_shared<View>(trace_, controls_, windows_, name, kind, definition, owner, checkBoxes_);
     std::shared_ptr<View>* present = views_.Find(name);
     if (present && (*present)->OwnerText() == owner &&
         (*present)->Fields().kind == static_cast<std::int32_t>(kind)) {
-        windows_.Close(name);
-        *views_.Find(name) = view;
+        *present = view;
     } else {
         views_.Add(view, name);
     }
+    windows_.Close(name); // one that shows an older view of that name
     trace_.Changed(ModelPart::Views);
     return view;
 }
@@ -157,10 +165,7 @@ std::shared_ptr<IView> Views::Item(std::string_view name) {
 void Views::Remove(std::string_view name) {
     trace_.Call("Views.Remove", name);
     const std::shared_ptr<View> view = Find(name);
-    if (!view) {
-        throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                                   "no view \"" + std::string(name) + "\"");
-    }
+    if (!view) RaiseNoSuch("view", name);
     views_.Remove(name);
     windows_.Close(view->Fields().key);
     trace_.Changed(ModelPart::Views);

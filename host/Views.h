@@ -47,6 +47,8 @@ public:
     void Open(const std::shared_ptr<View>& view);
     /// False when there is none.
     bool Close(std::string_view key);
+    /// Nothing for one that was closed before, though another may be open under its key by now.
+    void Close(const Window& window);
     std::vector<model::View> Snapshot() const;
 
 private:

@@ -1,13 +1,16 @@
 #include "host/MessageXml.h"
 
-#include "base/ComponentError.h"
+#include "base/Utf8.h"
+#include "base/XmlFault.h"
+#include "host/Errors.h"
 
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/xmlerror.h>
 
+#include <algorithm>
 #include <charconv>
-#include <cstring>
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <span>
@@ -224,7 +227,7 @@ xmlSAXHandler Handlers() {
     handlers.reference = [](void* context, const xmlChar*) {
         Guarded(context, [](Reader& reader) { reader.Refuse("unexpected entity"); });
     };
-    handlers.serror = [](void*, xmlErrorPtr) {};
+    handlers.serror = [](void*, base::XmlErrorArgument) {};
     return handlers;
 }
 
@@ -241,140 +244,56 @@ Parser NewParser() {
 }
 
 [[noreturn]] void Refuse(Root root, int line, const std::string& reason) {
-    throw base::ComponentError(base::errors::InvalidCall, "Arvon110",
-                               std::string(root == Root::Request ? "malformed request" : "malformed event") +
-                                   ", line " + std::to_string(line) + ": " + reason);
+    Raise(base::errors::InvalidCall,
+          std::string(root == Root::Request ? "malformed request" : "malformed event") + ", line " +
+              std::to_string(line) + ": " + reason);
+}
+
+int LineAt(std::string_view xml, std::size_t offset) {
+    return 1 +
+           static_cast<int>(std::count(xml.begin(), xml.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
+}
+
+/// Refuses tags with more attributes than any of the form: the parser would compare each with each before it
+/// tells of the first. Reads only the well-formed beginning of the text right, which is as far as the parser
+/// gets.
+void CheckAttributeCounts(Root root, std::string_view xml) {
+    constexpr int most = 8;
+    constexpr std::string_view section = "<![CDATA[";
+    std::size_t at = 0;
+    while ((at = xml.find('<', at)) != std::string_view::npos) {
+        if (xml.substr(at, section.size()) == section) {
+            at = std::min(xml.find("]]>", at), xml.size());
+            continue;
+        }
+        int attributes = 0;
+        char found = ' ';
+        while (found != '>' && (at = xml.find_first_of("=\"'>", at)) != std::string_view::npos) {
+            found = xml[at++];
+            if (found == '=' && ++attributes > most)
+                Refuse(root, LineAt(xml, at),
+                       "an element with more than " + std::to_string(most) + " attributes");
+            if (found == '"' || found == '\'') at = std::min(xml.find(found, at), xml.size() - 1) + 1;
+        }
+    }
 }
 
 Content ReadWith(xmlParserCtxt& parser, Root root, std::string_view xml) {
+    const base::QuietLibrary quiet;
     Reader reader(root, parser);
     parser._private = &reader;
-    constexpr int options = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC |
-                            XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+    // NOENT: without it "&amp;" in an attribute arrives as "&#38;". Documents that declare entities are
+    // refused.
+    constexpr int options = XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOCDATA |
+                            XML_PARSE_IGNORE_ENC | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
     xmlCtxtReadMemory(&parser, xml.data(), static_cast<int>(xml.size()), nullptr, nullptr, options);
     parser._private = nullptr;
     if (!reader.Problem().empty()) Refuse(root, reader.Line(), reader.Problem());
     if (!parser.wellFormed) {
-        const xmlError* error = xmlCtxtGetLastError(&parser);
-        std::string reason = error && error->message ? error->message : "not well-formed";
-        while (!reason.empty() && (reason.back() == '\n' || reason.back() == '.'))
-            reason.pop_back();
-        Refuse(root, error ? error->line : 0, reason);
+        auto* error = xmlCtxtGetLastError(&parser);
+        Refuse(root, error ? error->line : 1, error ? base::ReasonOf(error) : "not well-formed");
     }
     return reader.Take();
-}
-
-// Bytes that stand for themselves, in both texts and attribute values.
-constexpr std::array<bool, 256> plainBytes = [] {
-    std::array<bool, 256> plain{};
-    for (int byte = 0x20; byte < 0x7F; ++byte)
-        plain[static_cast<std::size_t>(byte)] = true;
-    for (const char special : {'&', '<', '>', '"'})
-        plain[static_cast<unsigned char>(special)] = false;
-    return plain;
-}();
-
-/// Length of the well-formed UTF-8 sequence at the start of `text` whose character XML can hold; 0 when there
-/// is none.
-std::size_t SequenceLength(std::string_view text) {
-    const auto at = [text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-    const unsigned char lead = at(0);
-    if (lead < 0x80) return lead >= 0x20 ? 1 : 0;
-    const std::size_t length = lead >= 0xC2 && lead < 0xE0   ? 2
-                               : lead >= 0xE0 && lead < 0xF0 ? 3
-                               : lead >= 0xF0 && lead < 0xF5 ? 4
-                                                             : 0;
-    if (length == 0 || text.size() < length) return 0;
-    for (std::size_t index = 1; index < length; ++index)
-        if ((at(index) & 0xC0) != 0x80) return 0;
-    const unsigned char second = at(1);
-    if (lead == 0xE0 && second < 0xA0) return 0;                   // overlong
-    if (lead == 0xED && second >= 0xA0) return 0;                  // surrogates
-    if (lead == 0xF0 && second < 0x90) return 0;                   // overlong
-    if (lead == 0xF4 && second >= 0x90) return 0;                  // beyond U+10FFFF
-    if (lead == 0xEF && second == 0xBF && at(2) >= 0xBE) return 0; // U+FFFE, U+FFFF
-    return length;
-}
-
-void AppendEscaped(std::string& out, std::string_view text, bool attribute) {
-    std::size_t done = 0;
-    std::size_t at = 0;
-    const auto put = [&](std::string_view replacement, std::size_t length) {
-        out.append(text, done, at - done).append(replacement);
-        at += length;
-        done = at;
-    };
-    while (at < text.size()) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        if (plainBytes[byte]) {
-            ++at;
-            continue;
-        }
-        switch (byte) {
-        case '&':
-            put("&amp;", 1);
-            continue;
-        case '<':
-            put("&lt;", 1);
-            continue;
-        case '>':
-            put("&gt;", 1);
-            continue;
-        case '"':
-            put("&quot;", 1);
-            continue;
-        case '\r':
-            put("&#13;", 1);
-            continue;
-        case '\t':
-            attribute ? put("&#9;", 1) : void(++at);
-            continue;
-        case '\n':
-            attribute ? put("&#10;", 1) : void(++at);
-            continue;
-        default:
-            break;
-        }
-        if (const std::size_t length = SequenceLength(text.substr(at))) {
-            at += length;
-        } else {
-            put("\xEF\xBF\xBD", 1);
-        }
-    }
-    out.append(text, done);
-}
-
-void AppendNumber(std::string& out, std::int32_t number) {
-    char digits[12];
-    const auto [end, error] = std::to_chars(digits, digits + sizeof digits, number);
-    out.append(digits, end);
-}
-
-void AppendParameters(std::string& out, const std::vector<std::shared_ptr<Parameter>>& parameters) {
-    out += "<Parameters>";
-    for (const auto& parameter : parameters) {
-        out += "<Parameter Name=\"";
-        AppendEscaped(out, parameter->NameText(), true);
-        out += "\" Type=\"";
-        AppendNumber(out, parameter->Type());
-        out += "\">";
-        if (const std::string* text = parameter->Content().TextIfAny()) {
-            AppendEscaped(out, *text, false);
-        } else {
-            AppendEscaped(out, parameter->Content().ToText(), false);
-        }
-        out += "</Parameter>";
-    }
-    out += "</Parameters>";
-}
-
-std::size_t EstimatedSize(std::string_view name, const std::vector<std::shared_ptr<Parameter>>& parameters) {
-    std::size_t size = 128 + name.size();
-    for (const auto& parameter : parameters) {
-        const std::string* text = parameter->Content().TextIfAny();
-        size += 64 + parameter->NameText().size() + (text ? text->size() : 0);
-    }
-    return size;
 }
 
 } // namespace
@@ -383,6 +302,12 @@ Content Read(Root root, std::string_view xml) {
     if (xml.size() > MaximumBytes)
         Refuse(root, 1, std::to_string(xml.size()) + " bytes, more than " + std::to_string(MaximumBytes));
     if (xml.empty()) Refuse(root, 1, "empty text");
+    // the parser would take a NUL for the end, and bytes that look like another encoding for text in it
+    if (const std::size_t at = xml.find('\0'); at != std::string_view::npos)
+        Refuse(root, LineAt(xml, at), "unexpected NUL");
+    if (const std::size_t at = base::IllFormedUtf8At(xml); at != std::string_view::npos)
+        Refuse(root, LineAt(xml, at), "the bytes are not well-formed UTF-8");
+    CheckAttributeCounts(root, xml);
 
     // Making a parser costs more than parsing a message with it, so one is kept for the next message: unless
     // that message was refused, for a parser remembers every name that it ever saw, or was large.
@@ -392,38 +317,6 @@ Content Read(Root root, std::string_view xml) {
     Content content = ReadWith(*parser, root, xml);
     if (xml.size() <= largeBytes) kept = std::move(parser);
     return content;
-}
-
-std::string WriteRequest(std::string_view type, std::int32_t mode,
-                         const std::vector<std::shared_ptr<Parameter>>& parameters) {
-    std::string out;
-    out.reserve(EstimatedSize(type, parameters));
-    out += "<Request Type=\"";
-    AppendEscaped(out, type, true);
-    out += "\" Mode=\"";
-    AppendNumber(out, mode);
-    out += "\">";
-    AppendParameters(out, parameters);
-    out += "</Request>";
-    return out;
-}
-
-std::string WriteEvent(std::int32_t objectType, std::string_view name, std::int32_t category,
-                       std::int32_t level, const std::vector<std::shared_ptr<Parameter>>& parameters) {
-    std::string out;
-    out.reserve(EstimatedSize(name, parameters));
-    out += "<Event ObjectType=\"";
-    AppendNumber(out, objectType);
-    out += "\" Name=\"";
-    AppendEscaped(out, name, true);
-    out += "\" Category=\"";
-    AppendNumber(out, category);
-    out += "\" Level=\"";
-    AppendNumber(out, level);
-    out += "\">";
-    AppendParameters(out, parameters);
-    out += "</Event>";
-    return out;
 }
 
 } // namespace arvon::host::messageXml

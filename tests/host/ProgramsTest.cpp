@@ -1,0 +1,263 @@
+// Real programs, followed to their end.
+
+#include "tests/host/HostFixture.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <poll.h>
+#include <sys/wait.h>
+
+namespace arvon::host::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Programs : public HostTest {
+protected:
+    Programs() {
+        std::filesystem::copy_file(ENDER_PROGRAM, installation.File("Ender.exe"));
+        Listen("caller", [this](const auto&) {
+            events.push_back(recorder.messages.back());
+            if (onEvent) onEvent();
+            return "";
+        });
+        recorder.Forget();
+    }
+    static std::string CommandLine(const std::string& arguments) {
+        return "C:\\QUARRA\\Ender.exe" + (arguments.empty() ? "" : " " + arguments);
+    }
+    std::int32_t Start(const std::string& arguments) {
+        const std::int32_t id = Framework().StartProcess(CommandLine(arguments), "caller");
+        EXPECT_GT(id, 0);
+        return id;
+    }
+    static std::string Ended(std::int32_t id, const std::string& arguments) {
+        return "SnapIn>caller event 0 ShellProcessComplete 0/0(sApplicationNameAndPath=" +
+               CommandLine(arguments) + ", lProcessID=" + std::to_string(id) + ")";
+    }
+    std::string File(std::string_view name) { return (installation.Folder() / name).string(); }
+    void Touch(std::string_view name) { std::ofstream(File(name)) << "x"; }
+    /// Takes in ends until this many were told.
+    void WaitForEnds(std::size_t count) {
+        const auto deadline = std::chrono::steady_clock::now() + 30s;
+        while (events.size() < count && std::chrono::steady_clock::now() < deadline)
+            Host().ProcessEvents(1000ms);
+        ASSERT_EQ(events.size(), count);
+    }
+    bool IsReadable() {
+        pollfd wanted{Host().PollDescriptor(), POLLIN, 0};
+        return ::poll(&wanted, 1, 0) == 1;
+    }
+
+    std::vector<std::string> events; // that the caller received
+    std::function<void()> onEvent;
+};
+
+TEST_F(Programs, AreFollowedToTheirEnd) {
+    const std::int32_t id = Start("exit 7");
+    EXPECT_THAT(events, IsEmpty()); // nothing is told before the caller knows the id
+    ASSERT_EQ(Model().Processes().size(), 1u);
+    EXPECT_EQ(Model().Processes()[0].id, id);
+    EXPECT_EQ(Model().Processes()[0].commandLine, CommandLine("exit 7"));
+    EXPECT_EQ(Model().Processes()[0].caller, "caller");
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    EXPECT_THAT(events, ElementsAre(Ended(id, "exit 7")));
+    EXPECT_THAT(recorder.processes,
+                ElementsAre("started " + CommandLine("exit 7"), "ended 7 " + CommandLine("exit 7")));
+    EXPECT_THAT(Model().Processes(), IsEmpty());
+    EXPECT_EQ(Host().ProcessEvents(), 0u);
+    EXPECT_EQ(events.size(), 1u);
+}
+
+TEST_F(Programs, ThatASignalEndsCountFrom128) {
+    Start("signal " + std::to_string(SIGKILL));
+    Start("signal " + std::to_string(SIGTERM));
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    EXPECT_THAT(recorder.processes, testing::IsSupersetOf({"ended 137 " + CommandLine("signal 9"),
+                                                           "ended 143 " + CommandLine("signal 15")}));
+    EXPECT_EQ(events.size(), 2u);
+}
+
+TEST_F(Programs, MayEndInAnyOrder) {
+    const std::string first = "wait " + File("go1"), second = "wait " + File("go2"),
+                      third = "wait " + File("go3");
+    const std::int32_t firstId = Start(first), secondId = Start(second), thirdId = Start(third);
+    EXPECT_EQ(Host().ProcessEvents(), 0u);
+    Touch("go3");
+    WaitForEnds(1);
+    EXPECT_EQ(events.back(), Ended(thirdId, third));
+    EXPECT_EQ(Model().Processes().size(), 2u);
+    Touch("go1");
+    WaitForEnds(2);
+    EXPECT_EQ(events.back(), Ended(firstId, first));
+    Touch("go2");
+    WaitForEnds(3);
+    EXPECT_EQ(events.back(), Ended(secondId, second));
+}
+
+TEST_F(Programs, AreWaitedForNoLongerThanAsked) {
+    Start("wait " + File("go"));
+    EXPECT_EQ(Host().ProcessEvents(0ms), 0u);
+    EXPECT_EQ(Host().ProcessEvents(20ms), 0u);
+    EXPECT_FALSE(Host().WaitForProcesses(0ms));
+    EXPECT_FALSE(Host().WaitForProcesses(20ms));
+    EXPECT_FALSE(Host().WaitForProcesses(-5ms));
+    Touch("go");
+    EXPECT_TRUE(Host().WaitForProcesses(std::chrono::milliseconds::max()));
+    EXPECT_TRUE(Host().WaitForProcesses());
+    EXPECT_EQ(Host().ProcessEvents(std::chrono::milliseconds::max()),
+              0u); // none is followed: returns at once
+}
+
+TEST_F(Programs, MakeADescriptorReadableWhenTheyEnd) {
+    EXPECT_FALSE(IsReadable());
+    Start("wait " + File("go"));
+    EXPECT_FALSE(IsReadable());
+    Touch("go");
+    pollfd wanted{Host().PollDescriptor(), POLLIN, 0};
+    EXPECT_EQ(::poll(&wanted, 1, 30'000), 1);
+    EXPECT_EQ(Host().ProcessEvents(), 1u);
+    EXPECT_FALSE(IsReadable());
+}
+
+TEST_F(Programs, MayEndWhileAnotherEndIsBeingTold) {
+    const std::string inner = "wait " + File("go");
+    const std::int32_t outerId = Start("exit 0"), innerId = Start(inner);
+    onEvent = [&] {
+        if (events.size() > 1) return;
+        Touch("go");
+        WaitForEnds(2); // from inside the delivery of the first
+    };
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    EXPECT_THAT(events, ElementsAre(Ended(outerId, "exit 0"), Ended(innerId, inner)));
+}
+
+TEST_F(Programs, MayBeStartedWhileAnEndIsBeingTold) {
+    onEvent = [&] {
+        if (events.size() < 5) Start("exit 0");
+    };
+    Start("exit 0");
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    EXPECT_EQ(events.size(), 5u);
+}
+
+TEST_F(Programs, AreToldToNobodyElseWhenTheCallerIsGone) {
+    Start("exit 0");
+    Host().Unlisten("caller");
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    EXPECT_THAT(events, IsEmpty());
+    ASSERT_EQ(recorder.records.size(), 1u);
+    EXPECT_EQ(recorder.records[0].destination, "caller");
+    EXPECT_FALSE(recorder.records[0].registered);
+}
+
+TEST_F(Programs, ThatAreNotThereAreNotStarted) {
+    for (const auto* commandLine :
+         {"C:\\QUARRA\\None.exe", "", "   ", "\"", "Q:\\x.exe", "C:\\QUARRA\\Arvon\\Tools.xml",
+          "C:\\QUARRA\\Arvon", "no-such-program-anywhere"}) {
+        recorder.Forget();
+        EXPECT_EQ(Framework().StartProcess(commandLine, "caller"), 0) << commandLine;
+        EXPECT_THAT(recorder.problems, ElementsAre("could not be started: " + std::string(commandLine)));
+        EXPECT_THAT(recorder.processes, IsEmpty());
+    }
+    EXPECT_THAT(Model().Processes(), IsEmpty());
+}
+
+TEST_F(Programs, FindTheInstallationInTheirEnvironment) {
+    Start("write " + File("report"));
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    std::string reported;
+    std::getline(std::ifstream(File("report")), reported);
+    EXPECT_EQ(reported, std::filesystem::canonical(installation.Folder()).string());
+}
+
+TEST_F(Programs, LeaveNothingBehind) {
+    const auto descriptors = [] {
+        const std::filesystem::directory_iterator all("/proc/self/fd");
+        return std::distance(begin(all), end(all));
+    };
+    Start("exit 0");
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    const auto before = descriptors();
+    std::map<std::int32_t, int> told;
+    for (int round = 0; round < 50; ++round) {
+        for (int each = 0; each < 20; ++each)
+            ++told[Start("exit 0")];
+        ASSERT_TRUE(Host().WaitForProcesses(60s));
+    }
+    EXPECT_EQ(events.size(), 1001u);
+    EXPECT_EQ(descriptors(), before);
+    errno = 0;
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1); // not one child, dead or alive
+    EXPECT_EQ(errno, ECHILD);
+    EXPECT_THAT(Model().Processes(), IsEmpty());
+}
+
+TEST_F(Programs, AreFollowedAlsoWhenThereAreMoreThanDescriptorsForThem) {
+    constexpr std::size_t many = 300;
+    for (std::size_t index = 0; index < many; ++index)
+        Start("wait " + File("go"));
+    EXPECT_EQ(Model().Processes().size(), many);
+    Touch("go");
+    EXPECT_TRUE(Host().WaitForProcesses(100s));
+    EXPECT_EQ(events.size(), many);
+    std::sort(events.begin(), events.end());
+    EXPECT_EQ(std::unique(events.begin(), events.end()), events.end()); // each was told once
+}
+
+TEST_F(Programs, WhoseEndSomebodyElseTookAwayCountAsEnded) {
+    const std::int32_t id = Start("exit 3");
+    ASSERT_EQ(::waitpid(id, nullptr, 0), id);
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    EXPECT_THAT(events, ElementsAre(Ended(id, "exit 3")));
+}
+
+TEST_F(Programs, OfOthersAreLeftAlone) {
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) ::_exit(5);
+    siginfo_t info{};
+    ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOWAIT), 0);
+    EXPECT_EQ(Host().ProcessEvents(), 0u);
+    Start("exit 0");
+    EXPECT_TRUE(Host().WaitForProcesses(30s));
+    EXPECT_EQ(events.size(), 1u);
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(WEXITSTATUS(status), 5);
+}
+
+TEST_F(Programs, AreFollowedEvenWhereChildrenWereToBeIgnored) {
+    struct sigaction before {};
+    ASSERT_EQ(::sigaction(SIGCHLD, nullptr, &before), 0);
+    for (const bool byFlag : {false, true}) {
+        struct sigaction ignoring {};
+        ignoring.sa_handler = byFlag ? [](int) {} : SIG_IGN;
+        ignoring.sa_flags = byFlag ? SA_NOCLDWAIT : 0;
+        ASSERT_EQ(::sigaction(SIGCHLD, &ignoring, nullptr), 0);
+        Open();
+        recorder.Forget();
+        Framework().StartProcess(CommandLine("exit 9"), "caller");
+        EXPECT_TRUE(Host().WaitForProcesses(30s));
+        EXPECT_EQ(recorder.processes.back(), "ended 9 " + CommandLine("exit 9"));
+    }
+    ::sigaction(SIGCHLD, &before, nullptr);
+}
+
+TEST_F(Programs, RunOnWhenTheHostGoes) {
+    const std::int32_t id = Start("wait " + File("go"));
+    Close();
+    EXPECT_EQ(::kill(id, 0), 0);
+    Touch("go");
+    int status = -1;
+    EXPECT_EQ(::waitpid(id, &status, 0), id);
+    EXPECT_EQ(status, 0);
+}
+
+} // namespace
+} // namespace arvon::host::test

@@ -1,0 +1,192 @@
+#include "tests/launch/LaunchFixture.h"
+
+using namespace kvtm;
+using namespace kvtm::test;
+
+namespace {
+
+class TaskPane : public LaunchingTest {
+protected:
+    void LoadTools(const std::vector<CatalogueTool>& tools) {
+        LoadSuite(tools);
+        host->NodeEvent("tabQRV", "nodTools");
+        ForgetCalls();
+    }
+    void Task(std::string_view key, Parameters parameters = {}) {
+        Event(arvon::EventObject::Task, key, parameters);
+    }
+    Strings Rows() const {
+        Strings rows;
+        for (const auto& row : host->Model().List("lvTools"))
+            rows.push_back(row.text);
+        return rows;
+    }
+};
+
+} // namespace
+
+TEST_F(TaskPane, IsRegisteredOnceWithItsThreeTasks) {
+    LoadSuite({});
+    const auto panes = host->Model().TaskViews();
+    ASSERT_EQ(panes.size(), 1u);
+    const auto& pane = panes[0];
+    EXPECT_EQ(pane.key, "tvTools");
+    EXPECT_EQ(pane.kind, 3);
+    EXPECT_EQ(pane.owner, "KvTM10");
+    EXPECT_EQ(pane.title, "text 17");
+    EXPECT_EQ(pane.texts, (Strings{"text 18", "text 19"}));
+    EXPECT_EQ(pane.listControl, "lvTools");
+    EXPECT_TRUE(pane.visible);
+    const std::string name = Probe().Name();
+    EXPECT_EQ(pane.resourceBase, "res://" + host->Framework()->ComponentFolder() + "\\" +
+                                     name.substr(0, name.rfind('.')) + ".dll/GIF/");
+
+    const std::string images = host->Framework()->ImageFolder() + "\\";
+    const char* expected[][4] = {
+        {"tskLaunchTool", "Launch Program", "WIZARD.GIF", "Launch the currently selected Program"},
+        {"tskRemoveTool", "Remove Program", "Delete.gif", "Remove the currently selected Program"},
+        {"tskEditTool", "text 20", "EDIT.GIF", "text 21"},
+    };
+    ASSERT_EQ(pane.tasks.size(), std::size(expected));
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        EXPECT_EQ(pane.tasks[i].key, expected[i][0]);
+        EXPECT_EQ(pane.tasks[i].caption, expected[i][1]);
+        EXPECT_EQ(pane.tasks[i].icon, images + expected[i][2]);
+        EXPECT_EQ(pane.tasks[i].highlightedIcon, images + expected[i][2]);
+        EXPECT_EQ(pane.tasks[i].description, expected[i][3]);
+    }
+}
+
+TEST_F(TaskPane, IsFilledBeforeItIsShownAndRegistered) {
+    installation.WriteTools({});
+    CreateHost();
+    CreateTool();
+    ASSERT_TRUE(Load());
+    Strings order;
+    for (const std::string& call : Calls())
+        if (call.starts_with("TaskView")) order.push_back(call.substr(0, call.find('(')));
+    order.resize(10);
+    EXPECT_EQ(order,
+              (Strings{"TaskViews.NewTaskView", "TaskView.SetTitle", "TaskView.SetTexts",
+                       "TaskView.SetListControl", "TaskView.SetResourceBase", "TaskView.AddTask",
+                       "TaskView.AddTask", "TaskView.AddTask", "TaskView.SetVisible", "TaskViews.Add"}));
+}
+
+TEST_F(TaskPane, LaunchesTheSelectedProgram) {
+    LoadTools({LongRunning("Layout", "Tobr43"), LongRunning("Plot", "Tobr44")});
+    host->SelectRow("lvTools", "Plot");
+    Task("tskLaunchTool");
+    EXPECT_EQ(ProcessOf("Tobr43"), 0);
+    EXPECT_EQ(Probe().LastNodeKey(), "Plot");
+    End(ProcessOf("Tobr44"));
+}
+
+TEST_F(TaskPane, DoesNothingWithoutASelectedProgram) {
+    LoadTools({LongRunning("Layout", "Tobr43")});
+    for (const char* key : {"tskLaunchTool", "tskRemoveTool", "tskEditTool"})
+        Task(key);
+    EXPECT_TRUE(CallsOf("StartProcess").empty());
+    EXPECT_TRUE(CallsOf("Tools.Edit").empty());
+    EXPECT_TRUE(CallsOf("Node.Select").empty());
+    EXPECT_FALSE(std::filesystem::exists(installation.File("Enviro/Remove.ini")));
+}
+
+TEST_F(TaskPane, ComparesKeysExactly) {
+    LoadTools({LongRunning("Layout", "Tobr43")});
+    host->SelectRow("lvTools", "Layout");
+    for (const char* key : {"tskaddtool", "TSKADDTOOL", "tskAddTool ", "tskLaunchtool", "", "tskUnknown"})
+        Task(key);
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_TRUE(CallsOf("StartProcess").empty());
+    EXPECT_TRUE(CallsOf("Loader.Load").empty());
+}
+
+TEST_F(TaskPane, HandsTheSelectedProgramToTheHostsEditor) {
+    LoadTools({LongRunning("Layout", "Tobr43")});
+    host->SelectRow("lvTools", "Layout");
+    Task("tskEditTool");
+    EXPECT_EQ(CallsOf("Tools.Edit"), Strings{"Tools.Edit(\"Layout\", \"HandleTaskEvent\")"});
+    EXPECT_EQ(CallsOf("Tab.BringForward"), Strings{"Tab.BringForward(\"tabQRV\")"});
+    EXPECT_EQ(CallsOf("Node.Select"), Strings{"Node.Select(\"nodTools\")"});
+}
+
+TEST_F(TaskPane, ReportsAnEditorThatFails) {
+    LoadTools({LongRunning("Layout", "Tobr43")});
+    host->SelectRow("lvTools", "Layout");
+    host->FailNext("Tools.Edit");
+    Task("tskEditTool");
+    EXPECT_EQ(ClaimReport("HandleTaskEvent").description, "Tools.Edit failed");
+    EXPECT_TRUE(CallsOf("Node.Select").empty());
+}
+
+TEST_F(TaskPane, AsksForNewProgramsAndForUpdates) {
+    LoadTools({{.name = "Program Updates",
+                .vrex = "Qillo110",
+                .identifier = "Qillo110",
+                .classification = "Core Tool",
+                .path = Put(UPDATES_LIBRARY, "Arvon/Bin/Qillo110.dll")}});
+    Task("tskAddTool");
+    Task("tskUpdateTool", {{"Flag", "True"}});
+    Task("tskUpdateTool", {{"Flag", "False"}});
+    Task("tskUpdateTool");
+    EXPECT_EQ(Sent(),
+              (Strings{"Qillo110:ShowUpdates(ShowNew=True)", "Qillo110:ShowUpdates(ShowNew=True)",
+                       "Qillo110:ShowUpdates(ShowNew=False)", "Qillo110:ShowUpdates(ShowNew=False)"}));
+}
+
+TEST_F(TaskPane, ReportsAFlagThatIsNone) {
+    LoadTools({});
+    Task("tskUpdateTool", {{"Flag", "perhaps"}});
+    EXPECT_EQ(ClaimReport("HandleTaskEvent").number, base::errors::TypeMismatch);
+    EXPECT_TRUE(Sent().empty());
+}
+
+TEST_F(TaskPane, ShowsAllProgramsAndTheListedOnesAgain) {
+    CatalogueTool hidden = LongRunning("Hidden", "Tobr44");
+    hidden.showInList = "0";
+    CatalogueTool core = LongRunning("Core", "Zarn11");
+    core.classification = "Core Tool";
+    LoadTools({LongRunning("Layout", "Tobr43"), hidden, core});
+    ASSERT_EQ(Rows(), Strings{"Layout"});
+
+    host->ClickTask("tskShowAll");
+    EXPECT_TRUE(Probe().ShowAllTools());
+    EXPECT_EQ(Rows(), (Strings{"Layout", "Hidden"}));
+    EXPECT_TRUE(host->Model().TaskViews()[0].showAll);
+
+    host->ClickTask("tskShowAll");
+    EXPECT_FALSE(Probe().ShowAllTools());
+    EXPECT_EQ(Rows(), Strings{"Layout"});
+}
+
+TEST_F(TaskPane, RebuildsTheMenusWithAllPrograms) {
+    CatalogueTool layout = LongRunning("Layout", "Tobr43");
+    layout.identifier = "LAY43";
+    LoadTools({layout});
+    CatalogueTool plot = LongRunning("Plot", "Tobr44");
+    plot.identifier = "PLQ44";
+    installation.WriteTools({layout, plot});
+    host->Framework()->Tools().Reload();
+    ASSERT_EQ(EnabledToolItems(), (Strings{"mnuLAY43", "mnuToolsSep1"}));
+    host->ClickTask("tskShowAll");
+    EXPECT_EQ(EnabledToolItems(), (Strings{"mnuLAY43", "mnuPLQ44", "mnuToolsSep1"}));
+}
+
+TEST_F(TaskPane, KeepsTheNewItemsDisabledWhileAVantorIsLoaded) {
+    LoadTools({{.name = "Beam",
+                .vrex = "Vn21",
+                .identifier = "BMF21",
+                .kind = "3",
+                .path = Put(BEAM_LIBRARY, "Vn21/Vn21.dll")}});
+    Launch("Beam");
+    host->ClickTask("tskShowAll");
+    EXPECT_EQ(EnabledToolItems(), Strings{});
+}
+
+TEST_F(TaskPane, ReportsAPaneThatIsGone) {
+    LoadTools({});
+    host->FailNext("TaskViews.Item");
+    Task("tskShowAll");
+    EXPECT_EQ(ClaimReport("HandleTaskEvent").description, "TaskViews.Item failed");
+    EXPECT_FALSE(Probe().ShowAllTools());
+}

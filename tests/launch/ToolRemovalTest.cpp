@@ -1,0 +1,296 @@
+// Removing a program, with the suite's real removal program.
+
+#include "tests/launch/LaunchFixture.h"
+
+#include <algorithm>
+
+using namespace kvtm;
+using namespace kvtm::test;
+namespace fs = std::filesystem;
+
+namespace {
+
+class ToolRemoval : public LaunchingTest {
+protected:
+    /// "Demo" (X1) is installed in a folder of its own; "Stay" is another tool. All are in the list.
+    void LoadTools(const char* programType = "QUARRA") {
+        installation.Write("X1/Demo.exe", "a program");
+        installation.Write("X1/Data/a.txt", "data");
+        installation.Write("X1/Install.log", "Demo.exe\r\nData\\a.txt\r\nData\\\r\nInstall.log\r\n");
+        LoadSuite({{.name = "Demo", .vrex = "X1", .identifier = "DEM01", .programType = programType},
+                   {.name = "Stay", .vrex = "X2", .identifier = "STA02"}});
+        host->NodeEvent("tabQRV", "nodTools", arvon::eventKind::Expanded);
+        host->NodeEvent("tabQRV", "nodTools");
+        ForgetCalls();
+    }
+    void PutRemovalProgram() const { Put(REMOVAL_PROGRAM, "Enviro/KT4-RemoveProgram.exe"); }
+    void RemoveDemo() {
+        host->SelectRow("lvTools", "Demo");
+        Event(arvon::EventObject::Task, "tskRemoveTool");
+    }
+
+    Strings Rows() const {
+        Strings rows;
+        for (const auto& row : host->Model().List("lvTools"))
+            rows.push_back(row.text);
+        return rows;
+    }
+    Strings NamesInHost() const {
+        Strings names;
+        for (const auto& record : host->Model().Tools())
+            names.push_back(record.name);
+        return names;
+    }
+    Strings Nodes() const {
+        Strings keys;
+        const auto tabs = host->Model().Tabs();
+        for (const auto& node : tabs.front().nodes.front().nodes)
+            keys.push_back(node.key);
+        return keys;
+    }
+    bool HasItem(const std::string& key) const {
+        for (const auto& menu : host->Model().Menus())
+            for (const auto& item : menu.items)
+                if (menu.key == "mnuTool" && item.key == key) return true;
+        return false;
+    }
+    bool HasButton(const std::string& key) const {
+        const auto buttons = host->Model().Toolbar();
+        return std::any_of(buttons.begin(), buttons.end(), [&](const auto& b) { return b.key == key; });
+    }
+    Strings NamesListed() const {
+        Strings names;
+        for (const ToolRecord& record : Probe().ListedTools())
+            names.push_back(record->Name());
+        return names;
+    }
+    void ExpectDemoGone() const {
+        EXPECT_EQ(Rows(), Strings{"Stay"});
+        EXPECT_EQ(NamesInHost(), Strings{"Stay"});
+        EXPECT_EQ(NamesListed(), Strings{"Stay"});
+        EXPECT_EQ(Nodes(), Strings{"Stay"});
+        EXPECT_FALSE(HasItem("mnuDEM01"));
+        EXPECT_FALSE(HasButton("btnDEM01"));
+        EXPECT_EQ(installation.Read("Arvon/Tools.xml").find("Demo"), std::string::npos);
+        // and nothing else is
+        EXPECT_TRUE(HasItem("mnuSTA02"));
+        EXPECT_TRUE(HasButton("btnSTA02"));
+    }
+    void ExpectDemoStays() const {
+        EXPECT_EQ(Rows(), (Strings{"Demo", "Stay"}));
+        EXPECT_EQ(NamesInHost(), (Strings{"Demo", "Stay"}));
+        EXPECT_EQ(NamesListed(), (Strings{"Demo", "Stay"}));
+        EXPECT_EQ(Nodes(), (Strings{"Demo", "Stay"}));
+        EXPECT_TRUE(HasItem("mnuDEM01"));
+        EXPECT_TRUE(HasButton("btnDEM01"));
+        EXPECT_NE(installation.Read("Arvon/Tools.xml").find("Demo"), std::string::npos);
+    }
+    void ExpectProgramMissingBox() {
+        const Box box = ClaimBox();
+        EXPECT_EQ(box.text, "Could not locate 'RemoveProgram' Program");
+        EXPECT_EQ(box.style, 16);
+        EXPECT_EQ(box.title, "KvTM10");
+    }
+};
+
+} // namespace
+
+TEST_F(ToolRemoval, TakesTheProgramAndAllThatShowsItAway) {
+    LoadTools();
+    PutRemovalProgram();
+    RemoveDemo();
+    EXPECT_FALSE(fs::exists(installation.File("X1")));
+    EXPECT_TRUE(fs::exists(installation.File("Enviro/ResultOK.txt")));
+    ExpectDemoGone();
+}
+
+TEST_F(ToolRemoval, WritesTheInstructionInFourLines) {
+    LoadTools();
+    PutRemovalProgram();
+    installation.Write("Enviro/Remove.ini", std::string(5000, 'x'));
+    RemoveDemo();
+    EXPECT_EQ(installation.Read("Enviro/Remove.ini"), "[Program]\r\nVREX=X1\r\nName=Demo\r\n"
+                                                      "Logfile=C:\\QUARRA\\X1\\Install.log\r\n");
+}
+
+TEST_F(ToolRemoval, WritesTheInstructionInTheAnsiCodePage) {
+    LoadTools();
+    Probe().RemoveTool("X9", "W\xc3\xa4rme \xc5\x81", "QUARRA");
+    ExpectProgramMissingBox();
+    EXPECT_EQ(installation.Read("Enviro/Remove.ini"), "[Program]\r\nVREX=X9\r\nName=W\xe4rme ?\r\n"
+                                                      "Logfile=C:\\QUARRA\\X9\\Install.log\r\n");
+}
+
+TEST_F(ToolRemoval, IsOnlyForFourTypesOfProgram) {
+    LoadTools("Plexa2");
+    PutRemovalProgram();
+    RemoveDemo();
+    const Box box = ClaimBox();
+    EXPECT_EQ(box.text, "Only programs whose Program Type is 'ORDIX', 'Vantor', 'Plexa', and 'QUARRA' can be "
+                        "removed from here.");
+    EXPECT_EQ(box.style, 0);
+    EXPECT_EQ(box.title, "KvTM10");
+    EXPECT_FALSE(fs::exists(installation.File("Enviro/Remove.ini")));
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, TakesATypeInAnyLetterCaseWithBlanks) {
+    LoadTools(" plexa ");
+    PutRemovalProgram();
+    RemoveDemo();
+    ExpectDemoGone();
+}
+
+TEST_F(ToolRemoval, ChangesNothingWhenTheRemovalProgramFails) {
+    LoadTools();
+    PutRemovalProgram();
+    fs::remove(installation.File("X1/Install.log"));
+    RemoveDemo();
+    EXPECT_FALSE(fs::exists(installation.File("Enviro/ResultOK.txt")));
+    EXPECT_TRUE(fs::exists(installation.File("X1/Demo.exe")));
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, DeletesNothingOutsideTheProgramsFolder) {
+    LoadTools();
+    PutRemovalProgram();
+    installation.Write("X2/Keep.exe", "another program");
+    installation.Write("X1/Install.log", "Demo.exe\r\n..\\X2\\Keep.exe\r\nC:\\QUARRA\\X2\\Keep.exe\r\n"
+                                         "Data\\..\\..\\X2\\Keep.exe\r\n");
+    RemoveDemo();
+    EXPECT_EQ(installation.Read("X2/Keep.exe"), "another program");
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, TellsOfAMissingRemovalProgramAndChangesNothing) {
+    LoadTools();
+    RemoveDemo();
+    ExpectProgramMissingBox();
+    EXPECT_TRUE(fs::exists(installation.File("Enviro/Remove.ini")));
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, CountsAResultOfAnEarlierRemoval) {
+    LoadTools();
+    installation.Write("Enviro/ResultOK.txt", "");
+    RemoveDemo();
+    ExpectProgramMissingBox();
+    EXPECT_TRUE(fs::exists(installation.File("X1/Demo.exe")));
+    EXPECT_TRUE(fs::exists(installation.File("Enviro/ResultOK.txt"))) << "it is never deleted here";
+    ExpectDemoGone();
+}
+
+TEST_F(ToolRemoval, CountsAResultOfAnEarlierRemovalWhenTheProgramCannotBeStarted) {
+    LoadTools();
+    installation.Write("Enviro/KT4-RemoveProgram.exe", "MZ, but not for this system");
+    installation.Write("Enviro/ResultOK.txt", "");
+    RemoveDemo();
+    ExpectDemoGone();
+}
+
+TEST_F(ToolRemoval, ReportsAnInstructionThatCannotBeWritten) {
+    LoadTools();
+    PutRemovalProgram();
+    fs::create_directories(installation.File("Enviro/Remove.ini"));
+    RemoveDemo();
+    EXPECT_EQ(ClaimReport("HandleTaskEvent").number, base::errors::FileAccess);
+    EXPECT_TRUE(fs::exists(installation.File("X1/Demo.exe")));
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, ReportsAMissingSharedFolder) {
+    LoadTools();
+    installation.Write("Enviro/ResultOK.txt", "");
+    fs::remove_all(installation.File("Enviro"));
+    RemoveDemo();
+    EXPECT_EQ(ClaimReport("HandleTaskEvent").number, base::errors::PathNotFound);
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, RunsTheRemovalProgramByItsPathAlone) {
+    LoadTools();
+    // a double that tells how it was called
+    installation.Write("Enviro/KT4-RemoveProgram.exe",
+                       "#!/bin/sh\necho \"$#\" > \"$(dirname \"$0\")/arguments.txt\"\n");
+    fs::permissions(installation.File("Enviro/KT4-RemoveProgram.exe"), fs::perms::owner_exec,
+                    fs::perm_options::add);
+    RemoveDemo();
+    EXPECT_EQ(installation.Read("Enviro/arguments.txt"), "0\n");
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, WaitsForTheRemovalProgramToEnd) {
+    LoadTools();
+    installation.Write("Enviro/KT4-RemoveProgram.exe",
+                       "#!/bin/sh\nsleep 0.3\n: > \"$(dirname \"$0\")/ResultOK.txt\"\n");
+    fs::permissions(installation.File("Enviro/KT4-RemoveProgram.exe"), fs::perms::owner_exec,
+                    fs::perm_options::add);
+    RemoveDemo();
+    ExpectDemoGone();
+}
+
+TEST_F(ToolRemoval, BringsTheViewUpToDateInOrder) {
+    LoadTools();
+    PutRemovalProgram();
+    RemoveDemo();
+    const char* steps[] = {"Buttons.Remove", "MenuItems.Remove", "Tools.Remove",
+                           "ListView.Clear", "Nodes.Remove",     "Node.Refresh"};
+    std::size_t from = 0;
+    for (const char* step : steps) {
+        const auto found = std::find_if(Calls().begin() + static_cast<std::ptrdiff_t>(from), Calls().end(),
+                                        [&](const std::string& call) { return call.starts_with(step); });
+        ASSERT_NE(found, Calls().end()) << step << " did not come, or too early";
+        from = static_cast<std::size_t>(found - Calls().begin());
+    }
+    EXPECT_EQ(CallsOf("Buttons.Remove"), Strings{"Buttons.Remove(\"btnDEM01\")"});
+    EXPECT_EQ(CallsOf("Node.Select").back(), "Node.Select(\"nodTools\")");
+}
+
+TEST_F(ToolRemoval, TakesOnlyTheFirstOfTwoListedToolsOfOneName) {
+    LoadTools();
+    installation.Write("Enviro/ResultOK.txt", "");
+    const ToolRecord demo = host->Framework()->Tools().Item("Demo");
+    Probe().ListedTools().Add(demo);
+    Probe().RemoveTool("X1", "Demo", "QUARRA");
+    ExpectProgramMissingBox();
+    EXPECT_EQ(NamesListed(), (Strings{"Stay", "Demo"}));
+}
+
+TEST_F(ToolRemoval, ComparesNamesExactly) {
+    LoadTools();
+    installation.Write("Enviro/ResultOK.txt", "");
+    Probe().RemoveTool("X1", "demo", "QUARRA");
+    ExpectProgramMissingBox();
+    ExpectDemoStays();
+}
+
+TEST_F(ToolRemoval, DoesWithoutButtonAndMenuItem) {
+    LoadTools();
+    PutRemovalProgram();
+    host->Framework()->Buttons().Remove("btnDEM01");
+    host->Framework()->Menus().Item("mnuTool")->Items().Remove("mnuDEM01");
+    RemoveDemo();
+    ExpectDemoGone();
+}
+
+TEST_F(ToolRemoval, UpdatesTheViewEvenWhenTheCatalogueCannotBeSaved) {
+    LoadTools();
+    PutRemovalProgram();
+    host->FailNext("Tools.Save");
+    RemoveDemo();
+    EXPECT_EQ(ClaimReport("RemoveTool").description, "Tools.Save failed");
+    EXPECT_EQ(Rows(), Strings{"Stay"});
+    EXPECT_EQ(Nodes(), Strings{"Stay"});
+}
+
+TEST_F(ToolRemoval, RemovesOneProgramAfterAnother) {
+    LoadTools();
+    PutRemovalProgram();
+    installation.Write("X2/Stay.exe", "a program");
+    installation.Write("X2/Install.log", "Stay.exe\r\nInstall.log\r\n");
+    RemoveDemo();
+    host->SelectRow("lvTools", "Stay");
+    Event(arvon::EventObject::Task, "tskRemoveTool");
+    EXPECT_EQ(Rows(), Strings{});
+    EXPECT_FALSE(fs::exists(installation.File("X2")));
+}
