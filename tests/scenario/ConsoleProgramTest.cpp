@@ -100,10 +100,10 @@ TEST_F(ConsoleProgram, GoesOnAfterAQuoteThatIsNotClosed) {
 }
 
 TEST_F(ConsoleProgram, TakesBytesThatNoTextHasAndStaysValidJson) {
-    const Transcript run = Run(std::string_view("lo\0ad\nload\nmenu \xFF\xFE\n", 20));
+    const Transcript run = Run(std::string_view("lo\0ad\nload\nmenu \xFF\xFE\n", 19));
     EXPECT_EQ(run.ExitStatus(), 1);
     EXPECT_THAT(run.Replies(), ElementsAre("True"));
-    EXPECT_THAT(run.Errors(), ElementsAre(StartsWith(std::string("unknown command \"lo\0ad\"", 24)),
+    EXPECT_THAT(run.Errors(), ElementsAre(StartsWith(std::string("unknown command \"lo\0ad\"", 23)),
                                           "no menu item \"\uFFFD\uFFFD\""));
     EXPECT_EQ(std::count(run.Output().begin(), run.Output().end(), '\n'),
               static_cast<std::ptrdiff_t>(run.Lines().size()));
