@@ -17,7 +17,7 @@ inline std::uint64_t TextHash(std::string_view text, std::uint64_t seed) noexcep
     };
     const auto bytes = [](const char* from, std::size_t count) {
         std::uint64_t word = 0;
-        std::memcpy(&word, from, count);
+        if (count > 0) std::memcpy(&word, from, count); // an empty text may have no address
         return word;
     };
 
