@@ -1,0 +1,10 @@
+#pragma once
+
+#include "desktop/controls/ControlObject.h"
+
+/// The controls of the library, one factory each.
+namespace desktop {
+
+std::shared_ptr<ControlObject> MakeToolProperties(const ControlServices& services);
+
+} // namespace desktop

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "desktop/controls/ControlObject.h"
+
+#include <QWidget>
+
+class QFormLayout;
+class QLabel;
+class QPushButton;
+class QScrollArea;
+
+namespace desktop {
+
+/// Who the component sees as the sender of the controls' requests.
+inline constexpr std::string_view controlSource = "KvTMU110";
+
+/// What is known of the tool of the current node, and what can be done with it.
+class PropertiesPanel final : public QWidget {
+public:
+    explicit PropertiesPanel(const ControlServices& services);
+
+    /// Asks the component for the tool of the current node, and whether it may be updated and launched.
+    void Reload();
+    void SetUpdateEnabled(bool enabled);
+    void SetLaunchEnabled(bool enabled);
+    void Retranslate();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    std::string Ask(std::string_view type,
+                    std::span<const arvon::host::ParameterRecord> parameters = {}) const;
+    void Show(const std::string& xml);
+    void ShowProblem(const QString& text);
+    void AddRow(const QString& caption, const QString& value);
+    QString CaptionOf(const std::string& attribute) const;
+    QString ValueOf(const std::string& attribute, const std::string& value) const;
+    void Launch();
+    void UpdateTool();
+    void PutButtons();
+
+    ControlServices services_;
+    QString toolName_; // empty while no tool is shown
+    bool updateEnabled_ = true;
+    bool launchEnabled_ = true;
+    QLabel* title_;
+    QLabel* description_;
+    QWidget* problem_;
+    QLabel* problemIcon_;
+    QLabel* problemText_;
+    QScrollArea* scroll_;
+    QFormLayout* rows_ = nullptr;
+    QPushButton* launch_;
+    QPushButton* update_;
+    QPushButton* close_;
+};
+
+} // namespace desktop
