@@ -6,5 +6,7 @@
 namespace desktop {
 
 std::shared_ptr<ControlObject> MakeToolProperties(const ControlServices& services);
+std::shared_ptr<ControlObject> MakeOptions(const ControlServices& services);
+std::shared_ptr<ControlObject> MakeToolsUpdate(const ControlServices& services);
 
 } // namespace desktop

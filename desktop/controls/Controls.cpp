@@ -14,6 +14,8 @@ struct KnownControl {
 };
 constexpr std::array knownControls{
     KnownControl{"KvTMU110.ctlToolProperties", MakeToolProperties},
+    KnownControl{"KvTMU110.ctlOptions", MakeOptions},
+    KnownControl{"KvTMU110.ctlToolsUpdate", MakeToolsUpdate},
 };
 
 } // namespace

@@ -99,6 +99,7 @@ PropertiesPanel::PropertiesPanel(const ControlServices& services)
     problemRow->setContentsMargins(0, 0, 0, 0);
     problemRow->addWidget(problemIcon_, 0, Qt::AlignTop);
     problemRow->addWidget(problemText_, 1);
+    problemIcon_->setAccessibleName(QString::fromUtf8(text::mark::Warning));
     problem_->hide();
 
     scroll_->setFrameShape(QFrame::NoFrame);

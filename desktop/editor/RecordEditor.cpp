@@ -22,6 +22,7 @@ namespace desktop {
 namespace {
 
 namespace text {
+constexpr const char* Warning = "Warning";
 constexpr const char* Title = "Edit Program";
 constexpr const char* Name = "&Name";
 constexpr const char* NameHint = "The name under which the program is listed, different from every other";
@@ -80,6 +81,7 @@ public:
         trouble_->setTextFormat(Qt::PlainText);
         trouble_->setWordWrap(true);
         const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+        troubleIcon_->setAccessibleName(Text(text::Warning));
         troubleIcon_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size, size));
 
         auto* troubleRow = new QHBoxLayout;

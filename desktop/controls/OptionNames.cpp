@@ -1,0 +1,112 @@
+#include "desktop/controls/OptionNames.h"
+
+#include "base/Text.h"
+#include "desktop/QtText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace desktop {
+
+namespace {
+
+struct Prefix {
+    std::string_view text;
+    OptionKind kind;
+};
+constexpr std::array prefixes{Prefix{"chk", OptionKind::Check}, Prefix{"cmb", OptionKind::Choice},
+                              Prefix{"lbl", OptionKind::Note}, Prefix{"opt", OptionKind::Radio},
+                              Prefix{"txt", OptionKind::Text}};
+
+const Prefix* PrefixOf(std::string_view name) {
+    const auto found =
+        std::ranges::find_if(prefixes, [&](const Prefix& prefix) { return name.starts_with(prefix.text); });
+    return found == prefixes.end() ? nullptr : &*found;
+}
+
+// "0" belongs to the first pair that has it.
+constexpr std::array switches{SwitchWords{"ON", "OFF"}, SwitchWords{"-1", "0"}, SwitchWords{"1", "0"},
+                              SwitchWords{"True", "False"}, SwitchWords{"Yes", "No"}};
+
+struct KnownValue {
+    std::string_view option, value;
+    const char* label;
+};
+constexpr std::array knownValues{
+    KnownValue{"cmbToolSortKey", "Name", "Name"},
+    KnownValue{"cmbToolSortKey", "version", "Version"},
+    KnownValue{"cmbToolSortKey", "LastUpdated", "Last updated"},
+    KnownValue{"cmbToolSortKey", "Classification", "Classification"},
+    KnownValue{"optToolSortOrder", "0", "Ascending"},
+    KnownValue{"optToolSortOrder", "1", "Descending"},
+    KnownValue{"cmbLanguage", "1033", "English"},
+    KnownValue{"cmbLanguage", "1031", "Deutsch"},
+    KnownValue{"cmbLanguage", "1036", "Français"},
+    KnownValue{"cmbLanguage", "1040", "Italiano"},
+    KnownValue{"cmbLanguage", "1034", "Español"},
+    KnownValue{"cmbLanguage", "1045", "Polski"},
+    KnownValue{"cmbUnitOfMeasure", "English", "English"},
+    KnownValue{"cmbUnitOfMeasure", "Metric", "Metric"},
+};
+constexpr std::array closedOptions{std::string_view("cmbToolSortKey"), std::string_view("optToolSortOrder")};
+
+/// A word ends before a capital that follows a small letter or a digit, or that a small letter follows.
+bool StartsWord(const QString& text, qsizetype at) {
+    if (at == 0 || !text[at].isUpper()) return false;
+    if (!text[at - 1].isUpper()) return true;
+    return at + 1 < text.size() && text[at + 1].isLower();
+}
+
+} // namespace
+
+OptionKind KindOfOption(std::string_view name) {
+    const Prefix* prefix = PrefixOf(name);
+    return prefix ? prefix->kind : OptionKind::Text;
+}
+
+std::string_view StemOfOption(std::string_view name) {
+    const Prefix* prefix = PrefixOf(name);
+    return prefix && name.size() > prefix->text.size() ? name.substr(prefix->text.size()) : name;
+}
+
+QString CaptionOfOption(std::string_view name) {
+    const QString stem = ToQt(StemOfOption(name)).replace('_', ' ');
+    QString caption;
+    for (qsizetype at = 0; at < stem.size(); ++at) {
+        const bool startsWord = StartsWord(stem, at);
+        if (startsWord && !caption.endsWith(' ')) caption += ' ';
+        const bool inCapitals = at + 1 < stem.size() && stem[at + 1].isUpper();
+        caption += startsWord && !inCapitals && at + 1 < stem.size() ? stem[at].toLower() : stem[at];
+    }
+    return caption;
+}
+
+std::optional<SwitchWords> SwitchWordsOf(std::string_view value) {
+    for (const SwitchWords& words : switches)
+        if (base::EqualIgnoringCase(value, words.on) || base::EqualIgnoringCase(value, words.off))
+            return words;
+    return {};
+}
+
+bool IsOn(std::string_view value) {
+    return std::ranges::any_of(
+        switches, [&](const SwitchWords& words) { return base::EqualIgnoringCase(value, words.on); });
+}
+
+OptionChoices ChoicesOfOption(std::string_view name) {
+    OptionChoices choices;
+    for (const KnownValue& known : knownValues)
+        if (known.option == name)
+            choices.values.push_back({std::string(known.value), QString::fromUtf8(known.label)});
+    choices.closed = std::ranges::find(closedOptions, name) != closedOptions.end();
+    return choices;
+}
+
+QString LabelOfValue(std::string_view optionName, std::string_view value) {
+    const auto known = std::ranges::find_if(knownValues, [&](const KnownValue& entry) {
+        return entry.option == optionName && entry.value == value;
+    });
+    return known == knownValues.end() ? ToQt(value) : QString::fromUtf8(known->label);
+}
+
+} // namespace desktop

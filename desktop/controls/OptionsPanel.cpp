@@ -1,0 +1,317 @@
+#include "desktop/controls/OptionsPanel.h"
+
+#include "base/ComponentError.h"
+#include "base/XmlDocument.h"
+#include "core/contract/Messages.h"
+#include "desktop/QtText.h"
+#include "desktop/controls/ControlTexts.h"
+#include "desktop/controls/OptionsPage.h"
+#include "desktop/controls/PageList.h"
+#include "desktop/controls/PropertiesPanel.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPointer>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace desktop {
+
+namespace {
+
+QString Text(const char* own) {
+    return QString::fromUtf8(own);
+}
+
+QLabel* PlainLabel() {
+    auto* label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+void Name(QAbstractButton& button, const QString& caption, const QString& hint) {
+    button.setText(caption);
+    button.setAccessibleName(QString(caption).remove('&'));
+    button.setAccessibleDescription(hint);
+    button.setToolTip(hint);
+}
+
+} // namespace
+
+OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> sent)
+    : services_(services), sent_(std::move(sent)), pages_(std::make_unique<PageList>(sheet_)),
+      search_(new QLineEdit), list_(new QListView), title_(PlainLabel()), resetPage_(new QPushButton),
+      body_(new OptionsPage(sheet_, [this](const OptionField& field) { return ChoicesOf(field); })),
+      empty_(PlainLabel()), icon_(new QLabel), state_(PlainLabel()), ok_(new QPushButton),
+      cancel_(new QPushButton) {
+    search_->setObjectName("search");
+    search_->setClearButtonEnabled(true);
+    list_->setObjectName("pages");
+    list_->setModel(pages_.get());
+    list_->setUniformItemSizes(true);
+    list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list_->setTextElideMode(Qt::ElideRight);
+    title_->setObjectName("title");
+    resetPage_->setObjectName("resetPage");
+    empty_->setObjectName("empty");
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setMargin(12);
+    state_->setObjectName("state");
+    ok_->setObjectName("ok");
+    ok_->setDefault(true);
+    cancel_->setObjectName("cancel");
+
+    auto* sides = new QSplitter(Qt::Horizontal);
+    sides->setChildrenCollapsible(false);
+    sides->addWidget(list_);
+    sides->addWidget(MakeRightSide());
+    sides->setStretchFactor(1, 1);
+    list_->setMinimumWidth(90);
+    sides->setSizes({150, 370});
+
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(icon_);
+    bottom->addWidget(state_, 1);
+    bottom->addWidget(ok_);
+    bottom->addWidget(cancel_);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(search_);
+    column->addWidget(sides, 1);
+    column->addLayout(bottom);
+
+    body_->SetTabAnchor(list_);
+    setTabOrder(search_, list_);
+    setTabOrder(list_, resetPage_);
+    setTabOrder(resetPage_, ok_);
+    setTabOrder(ok_, cancel_);
+    ConnectParts();
+    Retranslate();
+    Search();
+    resize(520, 633);
+}
+
+OptionsPanel::~OptionsPanel() {
+    list_->setModel(nullptr); // the model goes before the view
+}
+
+QWidget* OptionsPanel::MakeRightSide() {
+    auto* side = new QWidget;
+    QFont large = title_->font();
+    large.setPointSizeF(large.pointSizeF() * 1.2);
+    large.setBold(true);
+    title_->setFont(large);
+    auto* head = new QHBoxLayout;
+    head->addWidget(title_, 1);
+    head->addWidget(resetPage_, 0, Qt::AlignTop);
+    auto* column = new QVBoxLayout(side);
+    column->setContentsMargins(6, 0, 0, 0);
+    column->addLayout(head);
+    column->addWidget(body_, 1);
+    column->addWidget(empty_, 1);
+    return side;
+}
+
+void OptionsPanel::ConnectParts() {
+    connect(search_, &QLineEdit::textChanged, this, [this] { Search(); });
+    connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) { ShowPage(current.row()); });
+    connect(resetPage_, &QPushButton::clicked, this, [this] {
+        if (!page_) return;
+        list_->setFocus(); // the button is about to be disabled
+        sheet_.ResetPage(*page_);
+        body_->RefreshRows();
+        PutState();
+    });
+    body_->OnEdited([this] { PutState(); });
+    connect(ok_, &QPushButton::clicked, this, [this] { Accept(); });
+    connect(cancel_, &QPushButton::clicked, this, [this] { Cancel(); });
+    const auto* find =
+        new QShortcut(QKeySequence::Find, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    connect(find, &QShortcut::activated, this, [this] {
+        search_->setFocus(Qt::ShortcutFocusReason);
+        search_->selectAll();
+    });
+}
+
+void OptionsPanel::Load(const std::string& text) {
+    page_.reset();
+    body_->Clear();
+    printers_.reset();
+    unreadable_.clear();
+    try {
+        OptionSheet sheet;
+        if (!text.empty()) sheet.Load(text);
+        sheet_ = std::move(sheet);
+    } catch (const base::ComponentError& error) {
+        sheet_ = OptionSheet();
+        unreadable_ = Text(text::options::Unreadable).arg(ToQt(error.Description()));
+    }
+    Search();
+}
+
+void OptionsPanel::Search() {
+    const std::optional<std::size_t> before = page_;
+    pages_->Search(search_->text());
+    const int row = before ? std::max(pages_->RowOf(*before), 0) : 0;
+    const QModelIndex index = pages_->index(row);
+    list_->setCurrentIndex(index);
+    ShowPage(index.isValid() ? index.row() : -1);
+}
+
+void OptionsPanel::ShowPage(int row) {
+    page_.reset();
+    if (row < 0) {
+        body_->Clear();
+    } else {
+        page_ = pages_->PageAt(row);
+        title_->setText(sheet_.Pages()[*page_].title.left(200));
+        body_->setAccessibleName(Text(text::options::Page).arg(title_->text()));
+        body_->ShowFields(*page_, pages_->FieldsAt(row));
+    }
+    const bool searching = !search_->text().trimmed().isEmpty();
+    empty_->setText(!unreadable_.isEmpty() ? unreadable_
+                    : searching            ? Text(text::options::NothingFound).arg(search_->text().trimmed())
+                                           : Text(text::options::NothingYet));
+    empty_->setVisible(!page_);
+    body_->setVisible(page_.has_value());
+    title_->setVisible(page_.has_value());
+    resetPage_->setVisible(page_.has_value());
+    PutState();
+}
+
+void OptionsPanel::PutState() {
+    if (page_) pages_->PageChanged(*page_);
+    resetPage_->setEnabled(page_ && sheet_.Pages()[*page_].changes > 0);
+    const auto troubles = sheet_.Troubles();
+    const std::size_t changes = sheet_.Changes();
+    QString state;
+    if (!troubles.empty()) {
+        state = troubles.front().text;
+    } else if (changes > 0) {
+        state = changes == 1 ? Text(text::options::OneChange) : Text(text::options::Changes).arg(changes);
+    }
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    icon_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxCritical).pixmap(size, size));
+    icon_->setVisible(!troubles.empty());
+    state_->setText(state);
+    state_->setAccessibleName(state.isEmpty() ? Text(text::options::NoChange) : state);
+    ok_->setEnabled(troubles.empty() && !sheet_.Pages().empty());
+}
+
+void OptionsPanel::Accept() {
+    if (sending_) return;
+    if (const auto troubles = sheet_.Troubles(); !troubles.empty()) {
+        GoTo(troubles.front().page, troubles.front().field);
+        return;
+    }
+    if (sheet_.Pages().empty()) return;
+    using arvon::host::ParameterRecord;
+    constexpr auto textType = static_cast<std::int32_t>(arvon::ParameterType::Text);
+    const std::string options = sheet_.Text();
+    const std::array parameters{ParameterRecord{"UnloadOptionsTool", textType, base::Value("-1")},
+                                ParameterRecord{"Options", textType, base::Value(options)}};
+    sending_ = true;
+    const QPointer<OptionsPanel> self(this); // the request closes the window
+    if (sent_) sent_(options);
+    Ask("UpdateOptions", parameters);
+    if (!self) return;
+    sending_ = false;
+    Load(options);
+}
+
+void OptionsPanel::Cancel() {
+    if (!sending_) Ask("UnloadOptionsTool");
+}
+
+void OptionsPanel::GoTo(std::size_t page, std::size_t field) {
+    if (pages_->RowOf(page) < 0) search_->clear();
+    list_->setCurrentIndex(pages_->index(pages_->RowOf(page)));
+    body_->FocusField(field);
+}
+
+OptionChoices OptionsPanel::ChoicesOf(const OptionField& field) {
+    if (field.name == optionName::DefaultPrinter) return Printers();
+    const QStringList values = services_.choices ? services_.choices(ToQt(field.name)) : QStringList();
+    if (values.empty()) return ChoicesOfOption(field.name);
+    OptionChoices choices;
+    choices.closed = true;
+    for (const QString& value : values)
+        choices.values.push_back({FromQt(value), LabelOfValue(field.name, FromQt(value))});
+    return choices;
+}
+
+OptionChoices OptionsPanel::Printers() {
+    if (printers_) return *printers_;
+    OptionChoices printers;
+    printers.closed = true;
+    try {
+        base::XmlDocument document;
+        const std::string answer = Ask("EnumPrinters");
+        if (!answer.empty()) document.LoadText(answer);
+        for (const base::XmlNode& printer : document.Select("/Printers/Printer"))
+            printers.values.push_back({printer.Text(), ToQt(printer.Text())});
+    } catch (const base::ComponentError&) {
+        printers.values.clear(); // as without printers: the one in force can still be kept
+    }
+    printers_ = printers;
+    return printers;
+}
+
+std::string OptionsPanel::Ask(std::string_view type,
+                              std::span<const arvon::host::ParameterRecord> parameters) const {
+    const auto request = services_.request; // the panel may go while it is carried out
+    return request ? request(type, parameters, controlSource) : std::string();
+}
+
+void OptionsPanel::Retranslate() {
+    setAccessibleName(Text(text::options::Panel));
+    search_->setPlaceholderText(Text(text::options::Search));
+    search_->setAccessibleName(Text(text::options::Search));
+    search_->setAccessibleDescription(Text(text::options::SearchHint));
+    search_->setToolTip(Text(text::options::SearchHint));
+    list_->setAccessibleName(Text(text::options::Programs));
+    body_->setAccessibleName(Text(text::options::Panel));
+    icon_->setAccessibleName(Text(text::mark::Error));
+    Name(*resetPage_, Text(text::options::ResetPage), Text(text::options::ResetPageHint));
+    Name(*ok_, Text(text::options::Ok), Text(text::options::OkHint));
+    Name(*cancel_, Text(text::options::Cancel), Text(text::options::CancelHint));
+}
+
+void OptionsPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (event->spontaneous()) return;
+    list_->setFocus();
+    Ask("InitializeOptions");
+}
+
+void OptionsPanel::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (search_->hasFocus()) {
+            if (page_) body_->FocusField(pages_->FieldsAt(list_->currentIndex().row()).front());
+        } else if (ok_->isEnabled()) {
+            ok_->click();
+        }
+        return;
+    case Qt::Key_Escape:
+        if (search_->hasFocus() && !search_->text().isEmpty()) {
+            search_->clear();
+        } else {
+            cancel_->click();
+        }
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace desktop

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "desktop/controls/ControlObject.h"
+#include "desktop/controls/OptionSheet.h"
+
+#include <QWidget>
+
+#include <optional>
+
+class QLabel;
+class QLineEdit;
+class QListView;
+class QPushButton;
+
+namespace desktop {
+
+class OptionsPage;
+class PageList;
+
+/// The options of all tools, a page each, searched and edited. OK sends the whole text once; until then
+/// nothing outside changes.
+class OptionsPanel final : public QWidget {
+public:
+    /// `sent` is told the text that OK sent.
+    OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> sent);
+    ~OptionsPanel() override;
+
+    /// Shows this text, without changes. An empty one has no options; one that cannot be read is told.
+    void Load(const std::string& text);
+    void Retranslate();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QWidget* MakeRightSide();
+    void ConnectParts();
+    void Search();
+    void ShowPage(int row);
+    void PutState();
+    void Accept();
+    void Cancel();
+    void GoTo(std::size_t page, std::size_t field);
+    OptionChoices ChoicesOf(const OptionField& field);
+    OptionChoices Printers();
+    std::string Ask(std::string_view type,
+                    std::span<const arvon::host::ParameterRecord> parameters = {}) const;
+
+    ControlServices services_;
+    std::function<void(const std::string&)> sent_;
+    OptionSheet sheet_;
+    std::unique_ptr<PageList> pages_;
+    std::optional<OptionChoices> printers_; // asked for when a page first shows them
+    std::optional<std::size_t> page_;       // shown now
+    QString unreadable_;
+    bool sending_ = false;
+    QLineEdit* search_;
+    QListView* list_;
+    QLabel* title_;
+    QPushButton* resetPage_;
+    OptionsPage* body_;
+    QLabel* empty_;
+    QLabel* icon_;
+    QLabel* state_;
+    QPushButton* ok_;
+    QPushButton* cancel_;
+};
+
+} // namespace desktop
