@@ -1,20 +1,16 @@
 // Options read and written, side by side with other stores of settings that are installed.
 
+#include "bench/LoadedHost.h"
+#include "bench/Memory.h"
 #include "bench/Ratios.h"
+#include "bench/Requests.h"
 #include "bench/options_peer.h"
-#include "core/ToolMain.h"
-#include "host/ReferenceHost.h"
 #include "options/OptionAddress.h"
 #include "options/OptionsDocument.h"
-#include "platform/Files.h"
-#include "tests/support/TestInstallation.h"
 
 #include <benchmark/benchmark.h>
-#include <libxml/parser.h>
 
-#include <cstdio>
 #include <fcntl.h>
-#include <malloc.h>
 #include <memory>
 #include <random>
 #include <string>
@@ -71,9 +67,10 @@ std::vector<Key> Keys(int tools, bool areSpread) {
     return keys;
 }
 
-/// Runs `read` over the keys, round and round.
+/// Runs `read` over the keys, round and round; what a store makes at its first read is made before.
 template <class Read> void ReadInTurn(benchmark::State& state, const std::vector<Key>& keys, Read&& read) {
     std::size_t next = 0;
+    read(keys[next]);
     for (auto _ : state) {
         std::size_t length = read(keys[next]);
         benchmark::DoNotOptimize(length);
@@ -132,48 +129,21 @@ void ReadPeer(benchmark::State& state, const Peer& peer, int tools, bool areSpre
                [&](const Key& key) { return store->Read(key.tool, key.option); });
 }
 
-/// The tool manager loaded on a document of so many tools.
-struct Loaded {
-    explicit Loaded(int tools) {
-        installation.Write("Arvon/OPTIONS.XML", DocumentOf(tools));
-        host = std::make_unique<arvon::host::ReferenceHost>(installation.Folder());
-        tool = kvtm::ToolMain::Create(host->Support(), platform::Services::Create());
-        host->Attach(tool);
-        host->Load();
-    }
-    kvtm::test::TestInstallation installation;
-    std::unique_ptr<arvon::host::ReferenceHost> host;
-    std::shared_ptr<kvtm::ToolMain> tool;
-};
-
-std::string RequestText(std::string_view type,
-                        const std::vector<std::pair<std::string, std::string>>& parameters) {
-    std::string text = "<Request Type=\"" + std::string(type) + "\" Mode=\"0\"><Parameters>";
-    for (const auto& [name, value] : parameters)
-        text += "<Parameter Name=\"" + name + "\" Type=\"2\">" + value + "</Parameter>";
-    return text + "</Parameters></Request>";
-}
-
 std::string ReadRequest(int tools) {
-    return RequestText("GetOptionValue", {{"ToolID", ToolId(tools / 2)}, {"OptionName", OptionName(7)}});
+    return bench::RequestText("GetOptionValue",
+                              {{"ToolID", ToolId(tools / 2)}, {"OptionName", OptionName(7)}});
 }
 
 void BareParse(benchmark::State& state) {
-    const std::string text = ReadRequest(1000);
-    for (auto _ : state) {
-        xmlDoc* document =
-            xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, XML_PARSE_NONET);
-        benchmark::DoNotOptimize(document);
-        xmlFreeDoc(document);
-    }
+    bench::BareParse(state, ReadRequest(1000));
 }
 
 void ReadByRequest(benchmark::State& state) {
     constexpr int tools = 1000;
-    const Loaded loaded(tools);
+    const bench::LoadedHost loaded(DocumentOf(tools));
     const std::string text = ReadRequest(tools);
     for (auto _ : state) {
-        std::string reply = loaded.host->SendMessage(2, text);
+        std::string reply = bench::Send(*loaded.host, text);
         if (reply.empty() || reply == "False") state.SkipWithError("not read");
     }
 }
@@ -185,22 +155,25 @@ public:
 };
 
 void WriteByRequest(benchmark::State& state, int tools, int subscribers) {
-    const Loaded loaded(tools);
+    const bench::LoadedHost loaded(DocumentOf(tools));
     for (int i = 0; i < subscribers; ++i) {
         const std::string id = "S" + std::to_string(i);
         loaded.tool->AddSubscriber(id);
         loaded.host->Framework()->RegisterListener(std::make_shared<Deaf>(), id);
     }
     const auto request = [&](const char* value) {
-        return RequestText(
+        return bench::RequestText(
             "SetOptionValue",
             {{"ToolID", ToolId(tools / 2)}, {"OptionName", OptionName(7)}, {"OptionValue", value}});
     };
     const std::string texts[] = {request("ON"), request("a longer value")};
     std::size_t turn = 0;
-    for (auto _ : state) {
-        if (loaded.host->SendMessage(2, texts[turn++ % 2]) != "True") state.SkipWithError("not written");
-    }
+    const auto write = [&] {
+        if (bench::Send(*loaded.host, texts[turn++ % 2]) != "True") state.SkipWithError("not written");
+    };
+    write(); // makes index and text
+    for (auto _ : state)
+        write();
 }
 
 void Check(bool isDone) {
@@ -247,18 +220,11 @@ void MakeText(benchmark::State& state, int tools) {
     }
 }
 
-std::size_t BytesInUse() {
-    const struct mallinfo2 memory = ::mallinfo2();
-    return memory.uordblks + memory.hblkhd;
-}
-
 /// Everything that a document held ready costs: tree, index and kept text.
-void PrintMemory() {
-    std::printf("\n%-40s %12s %12s %8s %8s\n", "memory of a document held ready", "file bytes", "bytes",
-                "ratio", "aim");
-    for (const int tools : {10, 100, 1000, 10000}) {
-        const std::string text = DocumentOf(tools);
-        const std::size_t before = BytesInUse();
+void HoldReady(benchmark::State& state, int tools) {
+    const std::string text = DocumentOf(tools);
+    for (auto _ : state) {
+        const std::size_t before = bench::HeapBytes();
         auto document = std::make_unique<OptionsDocument>();
         document->LoadText(text);
         std::string value;
@@ -266,11 +232,10 @@ void PrintMemory() {
         document->HasSoundSets();
         document->SetText(document->Option(ToolId(1), OptionName(1)).SelectSingle("Value"), "changed");
         document->Text();
-        const std::size_t bytes = BytesInUse() - before;
-        std::printf("%6d tools x %-26d %12zu %12zu %8.2f %8.2f\n", tools, optionsOfATool, text.size(), bytes,
-                    static_cast<double>(bytes) / static_cast<double>(text.size()), 12.0);
-        std::printf("%-40s %12s %12zu bytes an option\n", "  of that the index", "",
-                    document->IndexBytes() / static_cast<std::size_t>(tools * optionsOfATool));
+        const auto bytes = static_cast<double>(bench::HeapBytes() - before);
+        state.counters["of_file"] = bytes / static_cast<double>(text.size());
+        state.counters["index_an_option"] =
+            static_cast<double>(document->IndexBytes()) / (tools * optionsOfATool);
     }
 }
 
@@ -278,67 +243,77 @@ std::string Name(const char* what, const std::string& who, int tools) {
     return std::string(what) + "/" + who + "/" + std::to_string(tools);
 }
 
-std::vector<bench::Ratio> RegisterReads() {
-    std::vector<bench::Ratio> ratios;
-    for (const int tools : {10, 100, 1000, 10000}) {
-        const std::string ours = Name("Read", "ours", tools),
-                          scattered = Name("ReadScattered", "ours", tools);
-        benchmark::RegisterBenchmark(ours.c_str(), ReadOurs, tools, true);
-        benchmark::RegisterBenchmark(scattered.c_str(), ReadOurs, tools, false);
-        for (const Peer* peer = peers; peer->name; ++peer) {
-            const std::string name = Name("Read", peer->name, tools);
-            const std::string nameScattered = Name("ReadScattered", peer->name, tools);
-            benchmark::RegisterBenchmark(name.c_str(), ReadPeer, *peer, tools, true);
-            benchmark::RegisterBenchmark(nameScattered.c_str(), ReadPeer, *peer, tools, false);
-            ratios.push_back({ours + " : " + peer->name, ours, name, 1.0});
-            ratios.push_back({scattered + " : " + peer->name, scattered, nameScattered, 1.0});
-        }
-        if (tools > 1000) continue;
-        const std::string path = Name("Read", "XPath", tools);
-        benchmark::RegisterBenchmark(path.c_str(), ReadByPath, tools);
-        ratios.push_back({ours + " : XPath", ours, path, 1.0});
-    }
-    ratios.push_back({"Read/ours: 10000 tools : 10 tools", "Read/ours/10000", "Read/ours/10", 1.5});
-    benchmark::RegisterBenchmark("Request/parse", BareParse);
-    benchmark::RegisterBenchmark("Request/GetOptionValue", ReadByRequest);
-    ratios.push_back(
-        {"GetOptionValue : parse of its message", "Request/GetOptionValue", "Request/parse", 2.0});
-    return ratios;
+std::string Of(int tools) {
+    return ", " + std::to_string(tools) + " tools";
 }
 
-std::vector<bench::Ratio> RegisterWrites() {
-    std::vector<bench::Ratio> ratios;
-    for (const int tools : {10, 100, 1000}) {
-        const std::string bytes = Name("Write", "bytes", tools);
-        benchmark::RegisterBenchmark(bytes.c_str(), WriteBytes, tools)
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark(Name("MakeText", "ours", tools).c_str(), MakeText, tools);
-        for (const int subscribers : {0, 1, 100}) {
-            const std::string ours = Name("Write", std::to_string(subscribers) + "subscribers", tools);
-            benchmark::RegisterBenchmark(ours.c_str(), WriteByRequest, tools, subscribers)
-                ->UseRealTime()
-                ->Unit(benchmark::kMillisecond);
-            ratios.push_back({ours + " : bytes", ours + "/real_time", bytes + "/real_time", 1.3});
-        }
-        for (const Peer* peer = peers; peer->name; ++peer) {
-            const std::string name = Name("Write", peer->name, tools);
-            benchmark::RegisterBenchmark(name.c_str(), WritePeer, *peer, tools)
-                ->UseRealTime()
-                ->Unit(benchmark::kMillisecond);
-            ratios.push_back({name + " : bytes", name + "/real_time", bytes + "/real_time", 0});
+void RegisterReads(std::vector<bench::Goal>& goals) {
+    struct Pattern {
+        const char *name, *what;
+        bool areSpread;
+    };
+    static constexpr Pattern patterns[] = {{"Read", "read", true}, {"ReadAnywhere", "read anywhere", false}};
+    for (const Pattern& pattern : patterns) {
+        for (const int tools : {10, 100, 1000, 10000}) {
+            const std::string ours = Name(pattern.name, "ours", tools);
+            benchmark::RegisterBenchmark(ours.c_str(), ReadOurs, tools, pattern.areSpread);
+            for (const Peer* peer = peers; peer->name; ++peer) {
+                const std::string theirs = Name(pattern.name, peer->name, tools);
+                benchmark::RegisterBenchmark(theirs.c_str(), ReadPeer, *peer, tools, pattern.areSpread);
+                goals.push_back(bench::Ratio(pattern.what + (" : " + std::string(peer->name)) + Of(tools),
+                                             ours, theirs, 1.0));
+            }
         }
     }
-    return ratios;
+    goals.push_back(bench::Ratio("read, 10,000 tools : 10 tools", "Read/ours/10000", "Read/ours/10", 1.5));
+
+    benchmark::RegisterBenchmark("Read/XPath/1000", ReadByPath, 1000);
+    goals.push_back(bench::Ratio("read : libxml2's XPath, 1000 tools", "Read/ours/1000", "Read/XPath/1000"));
+    benchmark::RegisterBenchmark("Request/parse", BareParse);
+    benchmark::RegisterBenchmark("Request/GetOptionValue", ReadByRequest);
+    goals.push_back(bench::Ratio("whole request GetOptionValue : bare parse of its text",
+                                 "Request/GetOptionValue", "Request/parse", 2.0));
+}
+
+void RegisterWrites(std::vector<bench::Goal>& goals) {
+    const auto add = [](const std::string& name, auto&&... what) {
+        benchmark::RegisterBenchmark(name.c_str(), what...)->UseRealTime()->Unit(benchmark::kMillisecond);
+    };
+    for (const int tools : {10, 100, 1000}) {
+        const std::string bytes = Name("Write", "bytes", tools);
+        add(bytes, WriteBytes, tools);
+        benchmark::RegisterBenchmark(Name("MakeText", "ours", tools).c_str(), MakeText, tools);
+        for (const int subscribers : {0, 1, 100}) {
+            const std::string told = std::to_string(subscribers);
+            const std::string ours = Name("Write", told + "subscribers", tools);
+            add(ours, WriteByRequest, tools, subscribers);
+            goals.push_back(
+                bench::Ratio("write, " + told + " told : the bytes alone" + Of(tools), ours, bytes, 1.3));
+        }
+        for (const Peer* peer = peers; peer->name; ++peer) {
+            const std::string theirs = Name("Write", peer->name, tools);
+            add(theirs, WritePeer, *peer, tools);
+            goals.push_back(bench::Ratio(peer->name + (" : the bytes alone" + Of(tools)), theirs, bytes));
+        }
+    }
+}
+
+void RegisterMemory(std::vector<bench::Goal>& goals) {
+    for (const int tools : {10, 100, 1000, 10000}) {
+        const std::string name = "HoldReady/" + std::to_string(tools);
+        benchmark::RegisterBenchmark(name.c_str(), HoldReady, tools)->Iterations(1)->Repetitions(1);
+        goals.push_back(bench::Counter("memory held ready : file" + Of(tools), name + ":of_file", 12, "x"));
+        goals.push_back(
+            bench::Counter("index, bytes an option" + Of(tools), name + ":index_an_option", 64, "B"));
+    }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    std::vector<bench::Ratio> ratios = RegisterReads();
-    for (bench::Ratio& ratio : RegisterWrites())
-        ratios.push_back(std::move(ratio));
-    const int result = bench::RunAndCompare(argc, argv, ratios);
-    PrintMemory();
-    return result;
+    std::vector<bench::Goal> goals;
+    RegisterReads(goals);
+    RegisterWrites(goals);
+    RegisterMemory(goals);
+    return bench::RunAndCompare(argc, argv, goals);
 }
