@@ -2,8 +2,6 @@
 
 #include <QDockWidget>
 
-#include <memory>
-
 namespace arvon::host {
 class ReferenceHost;
 }
@@ -16,14 +14,13 @@ namespace desktop {
 class TraceDock : public QDockWidget {
 public:
     explicit TraceDock(arvon::host::ReferenceHost& host, QWidget* parent = nullptr);
-    ~TraceDock() override;
 
     /// The user's messages among those shown (all of them, or the selected ones) as lines for arvon-console.
     QString Script() const;
 
 private:
     class Panel;
-    std::unique_ptr<Panel> panel_;
+    Panel* panel_; // the dock's widget
 };
 
 } // namespace desktop
