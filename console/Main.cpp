@@ -3,10 +3,10 @@
 #include "console/LineSource.h"
 #include "console/OwnStreams.h"
 #include "console/PrintableText.h"
+#include "console/Start.h"
 #include "console/TemporarySuite.h"
 #include "console/Words.h"
 
-#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -22,33 +22,6 @@ namespace fs = std::filesystem;
 namespace {
 
 enum ExitStatus { AllCarriedOut = 0, SomeNotCarriedOut = 1, CannotStart = 2 };
-
-fs::path FolderOfProgram() {
-    return fs::read_symlink("/proc/self/exe").parent_path();
-}
-
-fs::path SampleSuite() {
-    const char* given = std::getenv("ARVON_SAMPLE_SUITE");
-    const fs::path suite = given && *given ? fs::path(given) : FolderOfProgram().parent_path() / "suite";
-    if (!fs::is_directory(suite))
-        throw std::runtime_error("no sample suite: " + suite.string() +
-                                 " is no folder; name one with --suite");
-    return suite;
-}
-
-/// A number when the text reads as one, else the text.
-base::Value ReadProfileId(const std::string& text) {
-    const char* end = text.data() + text.size();
-    std::int32_t whole = 0;
-    if (const auto [stop, failure] = std::from_chars(text.data(), end, whole);
-        failure == std::errc() && stop == end)
-        return base::Value(whole);
-    double number = 0;
-    if (const auto [stop, failure] = std::from_chars(text.data(), end, number);
-        failure == std::errc() && stop == end)
-        return base::Value(number);
-    return base::Value(text);
-}
 
 /// An open file that is closed with the object.
 class OpenScript {
