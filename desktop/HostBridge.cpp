@@ -1,0 +1,191 @@
+#include "desktop/HostBridge.h"
+
+#include "base/ComponentError.h"
+#include "desktop/MessageBox.h"
+#include "desktop/QtText.h"
+#include "desktop/editor/RecordEditor.h"
+#include "platform/FilePaths.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QSocketNotifier>
+
+#include <utility>
+
+namespace desktop {
+
+using arvon::host::ModelPart;
+
+/// While it lives, something is under way.
+class HostBridge::Work {
+public:
+    explicit Work(HostBridge& bridge) : bridge_(bridge) { ++bridge_.working_; }
+    ~Work() { --bridge_.working_; }
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+
+private:
+    HostBridge& bridge_;
+};
+
+HostBridge::HostBridge(const std::filesystem::path& installation) {
+    drawTimer_.setSingleShot(true);
+    drawTimer_.setInterval(0);
+    connect(&drawTimer_, &QTimer::timeout, this, [this] { emit Changed(std::exchange(dirty_, {})); });
+    MakeServices();
+    host_ = std::make_unique<arvon::host::ReferenceHost>(installation, MakeHooks());
+    host_->Subscribe(*this);
+    processes_ = new QSocketNotifier(host_->PollDescriptor(), QSocketNotifier::Read, this);
+    connect(processes_, &QSocketNotifier::activated, this, &HostBridge::TakeInEndedProcesses);
+}
+
+HostBridge::~HostBridge() {
+    processes_->setEnabled(false);
+    if (host_->Component()) {
+        try {
+            host_->Unload();
+        } catch (const base::ComponentError& failure) {
+            qWarning("the tool manager could not be unloaded: %s", failure.what());
+        }
+    }
+    host_->Unsubscribe(*this);
+}
+
+void HostBridge::Load(const Start& start) {
+    const Work work(*this);
+    if (!start.language.empty() && host_->Framework()->SwitchLanguage(start.language).empty()) {
+        throw base::ComponentError(base::errors::InvalidCall, "arvon-desktop",
+                                   "no language \"" + start.language + "\": expected one of " +
+                                       Languages().join(QStringLiteral(", ")).toStdString());
+    }
+    host_->OpenComponent(start.library);
+    if (start.profile) host_->SetProfileId(*start.profile);
+    if (!host_->Load()) {
+        throw base::ComponentError(base::errors::InvalidCall, "arvon-desktop",
+                                   "the tool manager declined to load");
+    }
+}
+
+QWidget* HostBridge::DialogParent() const {
+    QWidget* active = QApplication::activeWindow();
+    return active ? active : dialogParent_.data();
+}
+
+void HostBridge::MakeServices() {
+    services_.request = [this](std::string_view type,
+                               std::span<const arvon::host::ParameterRecord> parameters,
+                               std::string_view source) {
+        const Work work(*this);
+        return host_->SendRequest(type, parameters, source);
+    };
+    services_.requestOf = [this](std::string_view destination, std::string_view type,
+                                 std::span<const arvon::host::ParameterRecord> parameters,
+                                 std::string_view source) {
+        const Work work(*this);
+        return host_->SendRequest(type, parameters, source, destination);
+    };
+    services_.text = [this](int id) { return Text(id); };
+    services_.closeWindow = [this](const QString& viewKey) {
+        Do([key = FromQt(viewKey)](arvon::host::ReferenceHost& host) { host.CloseWindow(key); });
+    };
+    services_.problem = [this](const QString& toolName) { return problem_ ? problem_(toolName) : QString(); };
+    services_.choices = [this](const QString& optionName) {
+        return optionName == QLatin1String("cmbLanguage") ? Languages() : QStringList();
+    };
+}
+
+arvon::host::Hooks HostBridge::MakeHooks() {
+    arvon::host::Hooks hooks;
+    hooks.makeControl = [this](std::string_view control, std::string_view) -> std::shared_ptr<base::Object> {
+        return MakeControl(control, services_);
+    };
+    hooks.showMessage = [this](const std::string& text, std::int32_t style, const std::string& title) {
+        emit Progress({});
+        ShowMessageBox(DialogParent(), ToQt(text), style, ToQt(title));
+    };
+    hooks.editRecord = [this](arvon::IToolRecord& record) {
+        const std::string ownName = record.Name();
+        return EditRecord(record, DialogParent(), [this, ownName](const std::string& name) {
+            return name != ownName && host_->Framework()->Tools().Item(name) != nullptr;
+        });
+    };
+    return hooks;
+}
+
+void HostBridge::SetProblemSource(std::function<QString(const QString& toolName)> problem) {
+    problem_ = std::move(problem);
+}
+
+QString HostBridge::Text(int id) const {
+    try {
+        return ToQt(host_->Framework()->GetResource("Tools", std::to_string(id)).ToText());
+    } catch (const base::ComponentError&) {
+        return {};
+    }
+}
+
+QStringList HostBridge::Languages() const {
+    try {
+        const auto paths = platform::FilePaths::CreateFor(host_->Installation());
+        const std::string folder = host_->Framework()->AppPath() + "\\resources";
+        return QDir(ToQt(paths->ToSystem(folder).string()))
+            .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    } catch (const base::ComponentError&) {
+        return {};
+    }
+}
+
+void HostBridge::Do(Action action, const QString& what) {
+    ++waiting_;
+    QTimer::singleShot(0, this, [this, action = std::move(action), what] {
+        --waiting_;
+        CarryOut(action, what);
+    });
+}
+
+void HostBridge::CarryOut(const Action& action, const QString& what) {
+    if (!what.isEmpty()) emit Progress(what);
+    try {
+        const Work work(*this);
+        action(*host_);
+    } catch (const base::ComponentError& failure) {
+        emit Refused(ToQt(failure.Description()));
+    }
+    if (!what.isEmpty()) emit Progress({});
+}
+
+void HostBridge::TakeInEndedProcesses() {
+    const Work work(*this);
+    host_->ProcessEvents();
+}
+
+void HostBridge::OnReply(const arvon::host::MessageRecord& message) {
+    if (message.name == "ShowUpdates" && message.source == arvon::host::listenerId::Component &&
+        message.registered)
+        emit UpdatesOffered(ToQt(message.reply));
+}
+
+void HostBridge::OnPointer(std::int32_t pointer) {
+    emit PointerChanged(pointer);
+}
+
+void HostBridge::OnProcessStarted(std::int64_t id, const std::string& commandLine) {
+    OnChanged(ModelPart::Processes);
+    emit ProcessStarted(id, ToQt(commandLine));
+}
+
+void HostBridge::OnProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) {
+    OnChanged(ModelPart::Processes);
+    emit ProcessEnded(id, exitCode, ToQt(commandLine));
+}
+
+void HostBridge::OnProblem(const std::string& text) {
+    emit Problem(ToQt(text));
+}
+
+void HostBridge::OnChanged(ModelPart part) {
+    dirty_.Add(part);
+    if (!drawTimer_.isActive()) drawTimer_.start();
+}
+
+} // namespace desktop

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "base/Value.h"
+#include "desktop/controls/ControlObject.h"
+#include "host/ReferenceHost.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QTimer>
+#include <QWidget>
+
+#include <bitset>
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+class QSocketNotifier;
+
+namespace desktop {
+
+/// Parts of the host's model that are to be drawn anew.
+class Parts {
+public:
+    static constexpr std::size_t Count = static_cast<std::size_t>(arvon::host::ModelPart::Page) + 1;
+
+    static Parts All() {
+        Parts all;
+        all.bits_.set();
+        return all;
+    }
+    void Add(arvon::host::ModelPart part) { bits_.set(static_cast<std::size_t>(part)); }
+    bool Has(arvon::host::ModelPart part) const { return bits_.test(static_cast<std::size_t>(part)); }
+    bool Any() const { return bits_.any(); }
+
+private:
+    std::bitset<Count> bits_;
+};
+
+/// The reference host on Qt's event loop. What the user does is carried out from the loop, never from inside
+/// a widget's own signal, so that whatever the component does in answer may take that widget away. What
+/// changed in the host is told once, from the loop, however many single changes there were.
+class HostBridge final : public QObject, private arvon::host::IObserver {
+    Q_OBJECT
+
+public:
+    using Action = std::function<void(arvon::host::ReferenceHost&)>;
+
+    /// Throws ComponentError when the folder is no installation.
+    explicit HostBridge(const std::filesystem::path& installation);
+    ~HostBridge() override;
+
+    struct Start {
+        std::filesystem::path library;
+        std::optional<base::Value> profile;
+        std::string language; // empty: as set in the installation
+    };
+    /// Loads the component. Throws ComponentError when that fails or the language is none of the suite.
+    void Load(const Start& start);
+
+    arvon::host::ReferenceHost& Host() { return *host_; }
+    arvon::host::ReferenceHost::ModelView Model() const { return host_->Model(); }
+    const ControlServices& Services() const { return services_; }
+    /// Whose answer controls are given to "why can this tool not be used".
+    void SetProblemSource(std::function<QString(const QString& toolName)> problem);
+    /// The window that message boxes and dialogs belong to while none is active.
+    void SetDialogParent(QWidget* parent) { dialogParent_ = parent; }
+    /// A string resource; empty when there is none of that number.
+    QString Text(int id) const;
+    /// Folders of the installation's languages ("1033").
+    QStringList Languages() const;
+
+    /// Carries the action out from the event loop; `what` is told as progress meanwhile. What it refuses is
+    /// told by Refused.
+    void Do(Action action, const QString& what = {});
+    /// True while an action, or a request of a control, is under way.
+    bool IsWorking() const { return working_ > 0; }
+    /// Nothing under way, waiting to be carried out or to be drawn.
+    bool IsIdle() const { return working_ == 0 && waiting_ == 0 && !drawTimer_.isActive(); }
+
+signals:
+    void Changed(const desktop::Parts& parts);
+    /// An action that may take a while begins; empty: it is over.
+    void Progress(const QString& what);
+    void PointerChanged(int pointer);
+    void ProcessStarted(qint64 id, const QString& commandLine);
+    void ProcessEnded(qint64 id, int exitCode, const QString& commandLine);
+    /// The host's own trouble, for a person.
+    void Problem(const QString& text);
+    /// What the user asked for could not be done.
+    void Refused(const QString& text);
+    /// The component was answered with what the updates component offers, as XML.
+    void UpdatesOffered(const QString& xml);
+
+private:
+    class Work;
+
+    void OnReply(const arvon::host::MessageRecord& message) override;
+    void OnPointer(std::int32_t pointer) override;
+    void OnProcessStarted(std::int64_t id, const std::string& commandLine) override;
+    void OnProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) override;
+    void OnProblem(const std::string& text) override;
+    void OnChanged(arvon::host::ModelPart part) override;
+    bool WantsCalls() const override { return false; }
+
+    QWidget* DialogParent() const;
+    void MakeServices();
+    arvon::host::Hooks MakeHooks();
+    void CarryOut(const Action& action, const QString& what);
+    void TakeInEndedProcesses();
+
+    ControlServices services_;
+    std::function<QString(const QString&)> problem_;
+    QPointer<QWidget> dialogParent_;
+    int working_ = 0;
+    int waiting_ = 0;
+    Parts dirty_;
+    QTimer drawTimer_;
+    std::unique_ptr<arvon::host::ReferenceHost> host_;
+    QSocketNotifier* processes_ = nullptr;
+};
+
+} // namespace desktop

@@ -1,0 +1,157 @@
+#include "base/ComponentError.h"
+#include "console/Start.h"
+#include "console/TemporarySuite.h"
+#include "desktop/HostBridge.h"
+#include "desktop/MainWindow.h"
+#include "desktop/MessageBox.h"
+#include "desktop/QtText.h"
+#include "desktop/Texts.h"
+#include "desktop/ToolListPage.h"
+#ifdef ARVON_TRACE
+#include "desktop/trace/TraceDock.h"
+#endif
+
+#include "desktop/ToolListPage.h"
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QStandardPaths>
+#include <QTreeView>
+
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+
+namespace {
+
+using namespace desktop;
+namespace fs = std::filesystem;
+
+enum ExitStatus { Ended = 0, CannotStart = 2 };
+
+struct Arguments {
+    std::optional<fs::path> suite;
+    HostBridge::Start start;
+    QString layoutFile;
+    bool measure = false;
+};
+
+Arguments ReadArguments(const QStringList& words) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "The programs of an engineering suite in one window.\n\nExit status: 0, or 2 when the command line "
+        "or the installation cannot be used."));
+    parser.addHelpOption();
+    const QCommandLineOption suite(
+        QStringLiteral("suite"),
+        QStringLiteral(
+            "The installation to work on, changed in place. Without it, a fresh copy of the sample "
+            "suite, removed at the end."),
+        QStringLiteral("DIR"));
+    const QCommandLineOption profile(QStringLiteral("profile"), QStringLiteral("The user's profile ID."),
+                                     QStringLiteral("ID"));
+    const QCommandLineOption language(
+        QStringLiteral("language"),
+        QStringLiteral("Language of the texts, by the name of its folder (1033)."), QStringLiteral("ID"));
+    const QCommandLineOption layout(
+        QStringLiteral("layout"),
+        QStringLiteral("File in which the arrangement of the window is kept, in place of the user's own."),
+        QStringLiteral("FILE"));
+    const QCommandLineOption measure(
+        QStringLiteral("measure"),
+        QStringLiteral("Print the time from start to the first painted list, and end."));
+    parser.addOptions({suite, profile, language, layout, measure});
+    parser.process(words);
+    if (!parser.positionalArguments().isEmpty())
+        throw std::runtime_error("expected options only, found \"" +
+                                 FromQt(parser.positionalArguments().first()) + "\"");
+    Arguments read;
+    if (parser.isSet(suite)) read.suite = FromQt(parser.value(suite));
+    if (parser.isSet(profile))
+        read.start.profile = arvon::console::ReadProfileId(FromQt(parser.value(profile)));
+    read.start.language = FromQt(parser.value(language));
+    read.start.library = arvon::console::FolderOfProgram() / "KvTM10.so";
+    read.layoutFile = parser.isSet(layout)
+                          ? parser.value(layout)
+                          : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                                QLatin1String("/arvon/desktop.ini");
+    read.measure = parser.isSet(measure);
+    return read;
+}
+
+/// Prints when the watched widget is painted for the first time, and ends the program.
+class FirstPaint final : public QObject {
+public:
+    FirstPaint(QWidget& watched, const QElapsedTimer& since) : since_(since) {
+        watched.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !told_) {
+            told_ = true;
+            QTimer::singleShot(0, this, [this] { // after it is painted
+                std::printf("first paint: %lld ms\n", static_cast<long long>(since_.elapsed()));
+                QApplication::quit();
+            });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    const QElapsedTimer& since_;
+    bool told_ = false;
+};
+
+int Run(const Arguments& arguments, const std::optional<arvon::console::TemporarySuite>& copy,
+        const QElapsedTimer& sinceStart) {
+    HostBridge bridge(arguments.suite ? *arguments.suite : copy->Folder());
+    MainWindow window(bridge, arguments.layoutFile);
+#ifdef ARVON_TRACE
+    window.AddTrace(new TraceDock(bridge.Host(), &window));
+#endif
+    bridge.Load(arguments.start);
+    window.Begin();
+    std::optional<FirstPaint> firstPaint;
+    if (arguments.measure) firstPaint.emplace(*window.Programs().List().viewport(), sinceStart);
+    window.show();
+    return QApplication::exec();
+}
+
+void TellRefusal(const QString& reason) {
+    std::fprintf(stderr, "arvon-desktop: %s\n", reason.toUtf8().constData());
+}
+
+/// Qt ends the process where there is no display to draw on; a clear line is better.
+bool HasDisplay() {
+    const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
+    const bool needsOne = platform.isEmpty() || platform.startsWith(QLatin1String("xcb")) ||
+                          platform.startsWith(QLatin1String("wayland"));
+    return !needsOne || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    if (!HasDisplay()) {
+        TellRefusal(QStringLiteral("there is no display: DISPLAY and WAYLAND_DISPLAY are not set"));
+        return CannotStart;
+    }
+    QApplication application(count, words);
+    QApplication::setApplicationName(QStringLiteral("arvon-desktop"));
+    QApplication::setApplicationDisplayName(text::Of(text::window::Title));
+    try {
+        const Arguments arguments = ReadArguments(QApplication::arguments());
+        std::optional<arvon::console::TemporarySuite> copy;
+        if (!arguments.suite) copy.emplace(arvon::console::SampleSuite());
+        return Run(arguments, copy, sinceStart);
+    } catch (const std::exception& failure) {
+        TellRefusal(ToQt(failure.what()));
+        ShowMessageBox(nullptr, ToQt(failure.what()), 16, {});
+        return CannotStart;
+    }
+}

@@ -1,0 +1,492 @@
+#include "desktop/MainWindow.h"
+
+#include "base/ComponentError.h"
+#include "core/contract/EventShapes.h"
+#include "core/contract/Framework.h"
+#include "desktop/Banner.h"
+#include "desktop/Finder.h"
+#include "desktop/HostMenus.h"
+#include "desktop/Navigator.h"
+#include "desktop/QtText.h"
+#include "desktop/TaskPane.h"
+#include "desktop/Texts.h"
+#include "desktop/ToolListPage.h"
+#include "desktop/UpdatesWindow.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QSettings>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace desktop {
+
+using arvon::host::ModelPart;
+using arvon::host::ReferenceHost;
+
+namespace {
+
+constexpr auto listView = "lvTools";
+constexpr int messageTime = 8000; // milliseconds
+
+/// "Deutsch" of the installation's "1031", as far as Windows' numbers are known here.
+QString LanguageName(const QString& id) {
+    struct Known {
+        const char* id;
+        QLocale::Language language;
+    };
+    constexpr std::array known{
+        Known{"1031", QLocale::German},  Known{"1033", QLocale::English},    Known{"1034", QLocale::Spanish},
+        Known{"1036", QLocale::French},  Known{"1040", QLocale::Italian},    Known{"1043", QLocale::Dutch},
+        Known{"1045", QLocale::Polish},  Known{"1046", QLocale::Portuguese}, Known{"1049", QLocale::Russian},
+        Known{"1053", QLocale::Swedish},
+    };
+    for (const Known& one : known) {
+        if (id != QLatin1String(one.id)) continue;
+        QString name = QLocale(one.language).nativeLanguageName();
+        if (one.language == QLocale::English) name = QStringLiteral("English");
+        return name.left(1).toUpper() + name.mid(1);
+    }
+    return id;
+}
+
+} // namespace
+
+MainWindow::MainWindow(HostBridge& bridge, const QString& layoutFile)
+    : bridge_(bridge), layoutFile_(layoutFile),
+      pictures_(bridge.Host().Installation(), ToQt(bridge.Host().Framework()->ImageFolder())),
+      states_(bridge), windows_(new HostWindows(bridge, *this)) {
+    setObjectName(QStringLiteral("mainWindow"));
+    bridge_.SetDialogParent(this);
+    bridge_.SetProblemSource([this](const QString& toolName) { return states_.ProblemOf(toolName); });
+    BuildContent();
+    BuildOwnMenu();
+    Connect();
+    resize(1040, 640);
+}
+
+MainWindow::~MainWindow() {
+    bridge_.SetProblemSource({});
+    bridge_.disconnect(this);
+}
+
+// building
+// ------------------------------------------------------------------------------------------------------
+
+void MainWindow::BuildContent() {
+    toolBar_ = addToolBar(text::Of(text::window::ToolBar));
+    toolBar_->setObjectName(QStringLiteral("toolBar"));
+    toolBar_->setAccessibleName(toolBar_->windowTitle());
+    toolBar_->setIconSize(QSize(20, 20));
+    toolBar_->setMovable(false);
+
+    navigator_ = new Navigator(bridge_, states_, pictures_);
+    programs_ = new ToolListPage(bridge_, states_, pictures_, QLatin1String(listView));
+    taskPane_ = new TaskPane(bridge_, pictures_);
+    banner_ = new Banner(pictures_);
+    empty_ = new QLabel;
+    listSplitter_ = new QSplitter;
+    listSplitter_->setObjectName(QStringLiteral("listSplitter"));
+    listSplitter_->addWidget(programs_);
+    listSplitter_->addWidget(taskPane_);
+    listSplitter_->setStretchFactor(0, 1);
+    listSplitter_->setCollapsible(0, false);
+    content_ = new QStackedWidget;
+    content_->setObjectName(QStringLiteral("content"));
+    content_->addWidget(listSplitter_);
+    content_->addWidget(empty_);
+
+    auto* column = new QWidget;
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(banner_);
+    layout->addWidget(content_, 1);
+    splitter_ = new QSplitter;
+    splitter_->setObjectName(QStringLiteral("splitter"));
+    splitter_->addWidget(navigator_);
+    splitter_->addWidget(column);
+    splitter_->setStretchFactor(1, 1);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->setSizes({210, 830});
+    listSplitter_->setSizes({620, 200});
+    auto* central = new QWidget;
+    auto* around = new QVBoxLayout(central);
+    around->setContentsMargins(6, 6, 6, 0);
+    around->addWidget(splitter_);
+    setCentralWidget(central);
+
+    progress_ = new QProgressBar;
+    progress_->setObjectName(QStringLiteral("progress"));
+    progress_->setAccessibleName(text::Of(text::status::Busy));
+    progress_->setRange(0, 0);
+    progress_->setTextVisible(false);
+    progress_->setMaximumWidth(120);
+    progress_->hide();
+    statusBar()->setObjectName(QStringLiteral("statusBar"));
+    statusBar()->addPermanentWidget(progress_);
+
+    finder_ = new Finder(this);
+    updates_ = new UpdatesWindow(bridge_, this);
+    menus_ = new HostMenus(bridge_, pictures_, *menuBar(), *toolBar_);
+    menus_->setParent(this);
+    menus_->SetMore([this] { OpenFinder(); });
+}
+
+QAction* MainWindow::AddAction(QMenu& menu, const char* caption, const char* hint, const QKeySequence& keys) {
+    QAction* action = menu.addAction(text::Of(caption));
+    action->setStatusTip(text::Of(hint));
+    action->setShortcut(keys);
+    return action;
+}
+
+void MainWindow::BuildOwnMenu() {
+    viewMenu_ = menuBar()->addMenu(text::Of(text::window::ViewMenu));
+    viewMenu_->setObjectName(QStringLiteral("mnuView"));
+    viewMenu_->menuAction()->setStatusTip(text::Of(text::window::ViewMenuHint));
+    menus_->SetOwnMenu(viewMenu_->menuAction());
+
+    connect(
+        AddAction(*viewMenu_, text::window::Find, text::window::FindHint, QKeySequence(Qt::CTRL | Qt::Key_K)),
+        &QAction::triggered, this, &MainWindow::OpenFinder);
+    connect(AddAction(*viewMenu_, text::window::Filter, text::window::FilterHint, QKeySequence::Find),
+            &QAction::triggered, this, [this] {
+                ShowView({});
+                programs_->FocusFilter();
+            });
+    viewMenu_->addSeparator();
+    taskPaneSwitch_ =
+        AddAction(*viewMenu_, text::window::TaskPane, text::window::TaskPaneHint, QKeySequence(Qt::Key_F9));
+    taskPaneSwitch_->setCheckable(true);
+    taskPaneSwitch_->setChecked(true);
+    connect(taskPaneSwitch_, &QAction::toggled, this, [this] { DrawTaskPane(); });
+    QAction* toolBarSwitch = toolBar_->toggleViewAction();
+    toolBarSwitch->setText(text::Of(text::window::ToolBarSwitch));
+    toolBarSwitch->setStatusTip(text::Of(text::window::ToolBarHint));
+    viewMenu_->addAction(toolBarSwitch);
+    trace_ = viewMenu_->addSeparator(); // the trace's switch stands before it
+    BuildLanguages(*viewMenu_);
+    unload_ = AddAction(*viewMenu_, text::window::Unload, text::window::UnloadHint,
+                        QKeySequence(Qt::CTRL | Qt::Key_W));
+    connect(unload_, &QAction::triggered, this, &MainWindow::UnloadVantor);
+    viewMenu_->addSeparator();
+    connect(
+        AddAction(*viewMenu_, text::window::Quit, text::window::QuitHint, QKeySequence(Qt::CTRL | Qt::Key_Q)),
+        &QAction::triggered, this, &QWidget::close);
+}
+
+void MainWindow::BuildLanguages(QMenu& menu) {
+    QMenu* languages = menu.addMenu(text::Of(text::window::Language));
+    languages->setObjectName(QStringLiteral("mnuLanguage"));
+    languages->menuAction()->setStatusTip(text::Of(text::window::LanguageHint));
+    languages_ = new QActionGroup(this);
+    for (const QString& id : bridge_.Languages()) {
+        QAction* action = languages->addAction(LanguageName(id));
+        action->setObjectName(QLatin1String("language") + id);
+        action->setData(id);
+        action->setCheckable(true);
+        languages_->addAction(action);
+    }
+    connect(languages_, &QActionGroup::triggered, this, [this](const QAction* action) {
+        bridge_.Do([language = FromQt(action->data().toString())](ReferenceHost& host) {
+            host.Framework()->SwitchLanguage(language);
+        });
+    });
+}
+
+void MainWindow::Connect() {
+    connect(&bridge_, &HostBridge::Changed, this, &MainWindow::Draw);
+    connect(&bridge_, &HostBridge::Progress, this, &MainWindow::ShowProgress);
+    connect(&bridge_, &HostBridge::PointerChanged, this, &MainWindow::ShowPointer);
+    connect(&bridge_, &HostBridge::Problem, this, &MainWindow::ShowProblem);
+    connect(&bridge_, &HostBridge::Refused, this, &MainWindow::ShowProblem);
+    connect(&bridge_, &HostBridge::UpdatesOffered, updates_, &UpdatesWindow::Offer, Qt::QueuedConnection);
+    connect(&bridge_, &HostBridge::ProcessStarted, this, [this](qint64 id, const QString& commandLine) {
+        states_.ProcessStarted(id, commandLine);
+        statusBar()->showMessage(text::Of(text::status::Started).arg(states_.NameOfProgram(commandLine)),
+                                 messageTime);
+    });
+    connect(&bridge_, &HostBridge::ProcessEnded, this,
+            [this](qint64 id, int exitCode, const QString& commandLine) {
+                states_.ProcessEnded(id);
+                const QString name = states_.NameOfProgram(commandLine);
+                const QString ended = exitCode == 0
+                                          ? text::Of(text::status::Ended).arg(name)
+                                          : text::Of(text::status::EndedBadly).arg(name).arg(exitCode);
+                statusBar()->showMessage(ended, messageTime);
+            });
+    connect(navigator_, &Navigator::ContextMenuReady, menus_, &HostMenus::ShowContextMenu);
+    connect(programs_, &ToolListPage::CurrentChanged, taskPane_, &TaskPane::SetCurrent);
+    connect(menus_, &HostMenus::Sorted, this,
+            [this](const QString& column) { programs_->ShowOrder(column, false); });
+}
+
+void MainWindow::AddTrace(QDockWidget* trace) {
+    if (trace->objectName().isEmpty()) trace->setObjectName(QStringLiteral("trace"));
+    addDockWidget(Qt::BottomDockWidgetArea, trace);
+    trace->hide();
+    QAction* action = trace->toggleViewAction();
+    action->setShortcut(QKeySequence(Qt::Key_F12));
+    action->setStatusTip(text::Of(text::window::TraceHint));
+    viewMenu_->insertAction(trace_, action);
+}
+
+void MainWindow::Begin() {
+    Draw(Parts::All());
+    RestoreLayout();
+    begun_ = true;
+    programs_->setFocus();
+}
+
+// drawing
+// -------------------------------------------------------------------------------------------------------
+
+void MainWindow::Draw(const Parts& parts) {
+    states_.Refresh(parts);
+    if (parts.Has(ModelPart::Settings)) DrawLanguage();
+    if (parts.Has(ModelPart::Menus)) menus_->DrawMenus();
+    if (parts.Has(ModelPart::Toolbar)) menus_->DrawToolbar();
+    if (parts.Has(ModelPart::Tabs)) navigator_->Draw();
+    if (parts.Has(ModelPart::List) || parts.Has(ModelPart::Views)) programs_->Draw();
+    if (parts.Has(ModelPart::TaskViews)) DrawTaskPane();
+    if (parts.Has(ModelPart::Tabs) || parts.Has(ModelPart::Views)) DrawContent();
+    if (parts.Has(ModelPart::Windows)) windows_->Draw();
+    if (parts.Has(ModelPart::Page)) banner_->Draw(bridge_.Model().Banner());
+    if (parts.Has(ModelPart::Tools) || parts.Has(ModelPart::Loaded) || parts.Has(ModelPart::Processes))
+        ShowStates();
+}
+
+void MainWindow::ShowStates() {
+    programs_->RefreshStates();
+    navigator_->RefreshStates();
+    DrawLoaded();
+    DrawTitle();
+    windows_->RefreshControls();
+}
+
+void MainWindow::DrawLoaded() {
+    unload_->setEnabled(!bridge_.Model().Loaded().empty());
+}
+
+void MainWindow::DrawTitle() {
+    QString title = text::Of(text::window::Title);
+    const std::vector<arvon::host::model::LoadedTool> loaded = bridge_.Model().Loaded();
+    for (const arvon::host::model::LoadedTool& tool : loaded)
+        if (!states_.VrexOf(ToQt(tool.name)).isEmpty())
+            title = ToQt(tool.name) + QStringLiteral(" – ") + title;
+    setWindowTitle(title);
+}
+
+void MainWindow::DrawLanguage() {
+    const QString language = ToQt(bridge_.Model().Language());
+    for (QAction* action : languages_->actions())
+        action->setChecked(action->data().toString() == language);
+    if (!begun_) return;
+    windows_->Retranslate();
+    programs_->Draw();
+}
+
+void MainWindow::DrawTaskPane() {
+    const std::vector<arvon::host::model::TaskView> panes = bridge_.Model().TaskViews();
+    const auto pane = std::find_if(panes.begin(), panes.end(), [](const arvon::host::model::TaskView& one) {
+        return one.listControl == listView && one.visible;
+    });
+    taskPane_->setVisible(pane != panes.end() && taskPaneSwitch_->isChecked());
+    if (pane == panes.end()) return;
+    taskPane_->Draw(*pane);
+    taskPane_->SetCurrent(programs_->Current());
+}
+
+void MainWindow::DrawContent() {
+    const std::vector<arvon::host::model::Tab> tabs = bridge_.Model().Tabs();
+    const QString selected = navigator_->SelectedNode();
+    QString view;
+    const auto find = [&](const auto& self, const std::vector<arvon::host::model::Node>& nodes) -> void {
+        for (const arvon::host::model::Node& node : nodes) {
+            if (ToQt(node.key) == selected) view = ToQt(node.view);
+            self(self, node.nodes);
+        }
+    };
+    for (const arvon::host::model::Tab& tab : tabs)
+        if (ToQt(tab.key) == navigator_->Tab()) find(find, tab.nodes);
+    ShowView(view);
+    if (std::exchange(shownNode_, selected) != selected && !view.isEmpty()) windows_->RefreshControls();
+}
+
+void MainWindow::ShowView(const QString& viewKey) {
+    QWidget* shown = viewKey.isEmpty() ? listSplitter_ : windows_->WidgetOf(viewKey);
+    const bool hasList = !bridge_.Model().Columns(listView).empty();
+    if (!shown || (shown == listSplitter_ && !hasList)) shown = empty_;
+    if (content_->indexOf(shown) < 0) content_->addWidget(shown);
+    content_->setCurrentWidget(shown);
+}
+
+// what is told
+// --------------------------------------------------------------------------------------------------
+
+void MainWindow::ShowProgress(const QString& what) {
+    progress_->setVisible(!what.isEmpty());
+    if (what.isEmpty()) {
+        if (statusBar()->property("progress").toBool()) statusBar()->clearMessage();
+        statusBar()->setProperty("progress", false);
+        return;
+    }
+    statusBar()->showMessage(what);
+    statusBar()->setProperty("progress", true);
+    // what is under way keeps the event loop waiting: it is painted before it begins
+    if (statusBar()->layout()) statusBar()->layout()->activate();
+    statusBar()->repaint();
+    progress_->repaint();
+}
+
+void MainWindow::ShowPointer(int pointer) {
+    if (pointer == arvon::pointer::Hourglass) {
+        if (!QApplication::overrideCursor()) QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void MainWindow::ShowProblem(const QString& text) {
+    statusBar()->setProperty("progress", false);
+    statusBar()->showMessage(text, messageTime);
+}
+
+void MainWindow::UnloadVantor() {
+    const std::vector<arvon::host::model::LoadedTool> loaded = bridge_.Model().Loaded();
+    if (loaded.empty()) return;
+    bridge_.Do([name = loaded.back().name](ReferenceHost& host) { host.UnloadTool(name); });
+}
+
+// finding
+// -------------------------------------------------------------------------------------------------------
+
+void MainWindow::OpenFinder() {
+    finder_->Open(FinderEntries());
+}
+
+std::vector<FinderEntry> MainWindow::FinderEntries() {
+    std::vector<FinderEntry> entries;
+    for (const arvon::host::model::ListRow& row : bridge_.Model().List(listView)) {
+        const QString name = ToQt(row.text);
+        entries.push_back({name,
+                           text::Of(text::finder::Program),
+                           states_.ProblemOf(name),
+                           {},
+                           pictures_.OfName(states_.PictureOf(ToQt(row.key))),
+                           [this, text = row.text, name] {
+                               bridge_.Do(
+                                   [text](ReferenceHost& host) {
+                                       host.ListItemEvent(listView, text, arvon::eventKind::Opened);
+                                   },
+                                   text::Of(text::status::Launching).arg(name));
+                           }});
+    }
+    for (const arvon::host::model::Menu& menu : bridge_.Model().Menus())
+        if (menu.visible) AddMenuEntries(entries, PlainCaption(menu.caption), menu.items);
+    if (!programs_->Current().isEmpty()) {
+        for (const arvon::host::model::TaskView& pane : bridge_.Model().TaskViews()) {
+            for (const arvon::host::model::Task& task : pane.tasks) {
+                const QString key = ToQt(task.key);
+                entries.push_back({ToQt(task.caption) + QLatin1String(": ") + programs_->Current(),
+                                   text::Of(text::finder::Task), ToQt(task.description),
+                                   TaskPane::ShortcutOf(key).toString(QKeySequence::NativeText),
+                                   pictures_.OfFile(ToQt(task.icon)),
+                                   [this, key] { taskPane_->Click(key); }});
+            }
+        }
+    }
+    for (QAction* action : viewMenu_->actions()) {
+        if (action->isSeparator() || action->menu() || !action->isEnabled()) continue;
+        const QString caption = PlainCaption(FromQt(action->text()));
+        entries.push_back({caption, PlainCaption(text::window::ViewMenu), action->statusTip(),
+                           action->shortcut().toString(QKeySequence::NativeText), action->icon(),
+                           [action] { action->trigger(); }});
+    }
+    return entries;
+}
+
+void MainWindow::AddMenuEntries(std::vector<FinderEntry>& entries, const QString& kind,
+                                const std::vector<arvon::host::model::MenuItem>& items) {
+    for (const arvon::host::model::MenuItem& item : items) {
+        if (!item.visible || !item.enabled || item.separator) continue;
+        if (!item.items.empty()) {
+            AddMenuEntries(entries, PlainCaption(item.caption), item.items);
+            continue;
+        }
+        entries.push_back({PlainCaption(item.caption), kind, PlainCaption(item.description),
+                           HostMenus::ShortcutOf(ToQt(item.key)).toString(QKeySequence::NativeText), QIcon(),
+                           [this, item] { menus_->Click(item); }});
+    }
+}
+
+// the window itself
+// ---------------------------------------------------------------------------------------------
+
+void MainWindow::SaveLayout() const {
+    QSettings settings(layoutFile_, QSettings::IniFormat);
+    settings.setValue(QStringLiteral("Window/Geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("Window/State"), saveState());
+    settings.setValue(QStringLiteral("Window/Splitter"), splitter_->saveState());
+    settings.setValue(QStringLiteral("Window/ListSplitter"), listSplitter_->saveState());
+    settings.setValue(QStringLiteral("Window/TaskPane"), taskPaneSwitch_->isChecked());
+    settings.setValue(QStringLiteral("List/Header"), programs_->HeaderState());
+    settings.setValue(QStringLiteral("Page/Node"), navigator_->SelectedNode());
+}
+
+void MainWindow::RestoreLayout() {
+    const QSettings settings(layoutFile_, QSettings::IniFormat);
+    restoreGeometry(settings.value(QStringLiteral("Window/Geometry")).toByteArray());
+    restoreState(settings.value(QStringLiteral("Window/State")).toByteArray());
+    splitter_->restoreState(settings.value(QStringLiteral("Window/Splitter")).toByteArray());
+    listSplitter_->restoreState(settings.value(QStringLiteral("Window/ListSplitter")).toByteArray());
+    taskPaneSwitch_->setChecked(settings.value(QStringLiteral("Window/TaskPane"), true).toBool());
+    const QByteArray header = settings.value(QStringLiteral("List/Header")).toByteArray();
+    if (!header.isEmpty()) programs_->RestoreHeader(header);
+
+    // the nodes of a top-level node come when it is opened
+    const QString node = settings.value(QStringLiteral("Page/Node")).toString();
+    const QString first = navigator_->SelectedNode();
+    if (first.isEmpty()) return;
+    bridge_.Do([tab = FromQt(navigator_->Tab()), first = FromQt(first)](ReferenceHost& host) {
+        host.NodeEvent(tab, first, arvon::eventKind::Expanded);
+    });
+    bridge_.Do([this, node, first](ReferenceHost&) {
+        navigator_->Draw();
+        navigator_->Tree().expand(navigator_->Tree().currentIndex());
+        if (!node.isEmpty() && node != first) navigator_->OpenNode(node);
+    });
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (bridge_.IsWorking()) { // a message box or a dialog waits for its answer
+        event->ignore();
+        return;
+    }
+    SaveLayout();
+    event->accept();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && begun_) {
+        states_.ForgetFiles();
+        programs_->RefreshStates();
+    }
+    QMainWindow::changeEvent(event);
+}
+
+} // namespace desktop

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "desktop/HostBridge.h"
+#include "desktop/HostWindows.h"
+#include "desktop/Pictures.h"
+#include "desktop/ToolStates.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <QString>
+
+#include <vector>
+
+class QActionGroup;
+class QDockWidget;
+class QLabel;
+class QProgressBar;
+class QSplitter;
+class QStackedWidget;
+
+namespace desktop {
+
+class Banner;
+class Finder;
+class HostMenus;
+class Navigator;
+class TaskPane;
+class ToolListPage;
+class UpdatesWindow;
+struct FinderEntry;
+
+/// The host's window: everything that the host's model says, drawn.
+class MainWindow final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// `layoutFile`: where the arrangement of the window and the last page are remembered.
+    MainWindow(HostBridge& bridge, const QString& layoutFile);
+    ~MainWindow() override;
+
+    /// Docks the message trace, hidden until it is asked for.
+    void AddTrace(QDockWidget* trace);
+    /// Draws everything as it stands, then arranges it and opens the page as they were left.
+    void Begin();
+
+    ToolListPage& Programs() const { return *programs_; }
+    Navigator& Nodes() const { return *navigator_; }
+    TaskPane& Tasks() const { return *taskPane_; }
+    HostWindows& Windows() const { return *windows_; }
+    void OpenFinder();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void BuildContent();
+    void BuildOwnMenu();
+    void BuildLanguages(QMenu& menu);
+    void Connect();
+    QAction* AddAction(QMenu& menu, const char* caption, const char* hint, const QKeySequence& keys);
+
+    void Draw(const Parts& parts);
+    void DrawContent();
+    void DrawTaskPane();
+    void DrawLanguage();
+    void DrawTitle();
+    void DrawLoaded();
+    void ShowStates();
+    /// The node in front, and what it shows; null when there is none.
+    void ShowView(const QString& viewKey);
+    void UnloadVantor();
+    void ShowProgress(const QString& what);
+    void ShowPointer(int pointer);
+    void ShowProblem(const QString& text);
+    std::vector<FinderEntry> FinderEntries();
+    void AddMenuEntries(std::vector<FinderEntry>& entries, const QString& kind,
+                        const std::vector<arvon::host::model::MenuItem>& items);
+    void SaveLayout() const;
+    void RestoreLayout();
+
+    HostBridge& bridge_;
+    QString layoutFile_;
+    Pictures pictures_;
+    ToolStates states_;
+    HostWindows* windows_;
+    HostMenus* menus_ = nullptr;
+    Navigator* navigator_ = nullptr;
+    ToolListPage* programs_ = nullptr;
+    TaskPane* taskPane_ = nullptr;
+    Banner* banner_ = nullptr;
+    QSplitter* splitter_ = nullptr;
+    QSplitter* listSplitter_ = nullptr;
+    QStackedWidget* content_ = nullptr;
+    QToolBar* toolBar_ = nullptr;
+    QLabel* empty_ = nullptr;
+    QProgressBar* progress_ = nullptr;
+    Finder* finder_ = nullptr;
+    UpdatesWindow* updates_ = nullptr;
+    QMenu* viewMenu_ = nullptr;
+    QActionGroup* languages_ = nullptr;
+    QAction* taskPaneSwitch_ = nullptr;
+    QAction* unload_ = nullptr;
+    QAction* trace_ = nullptr;
+    QString shownNode_;
+    bool begun_ = false;
+};
+
+} // namespace desktop

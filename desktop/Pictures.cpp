@@ -1,0 +1,85 @@
+#include "desktop/Pictures.h"
+
+#include "base/ComponentError.h"
+#include "desktop/QtText.h"
+#include "platform/FilePaths.h"
+
+#include <QPainter>
+#include <QPixmap>
+#include <QStyle>
+#include <QWidget>
+
+namespace desktop {
+
+namespace {
+
+constexpr int twipsPerInch = 1440;
+
+/// The installation's pictures are 16 pixels wide; scaled by whole numbers they stay sharp.
+QIcon SharpIcon(const QPixmap& picture) {
+    QIcon icon(picture);
+    for (const int factor : {2, 3}) {
+        icon.addPixmap(picture.scaled(picture.size() * factor, Qt::KeepAspectRatio, Qt::FastTransformation));
+    }
+    return icon;
+}
+
+} // namespace
+
+Pictures::Pictures(const std::filesystem::path& installation, const QString& imageFolder)
+    : installation_(installation), imageFolder_(imageFolder) {}
+
+QString Pictures::SystemPath(const QString& path) const {
+    try {
+        return ToQt(platform::FilePaths::CreateFor(installation_)->ToSystem(FromQt(path)).string());
+    } catch (const base::ComponentError&) {
+        return {};
+    }
+}
+
+QIcon Pictures::OfName(const QString& name) const {
+    return name.isEmpty() ? QIcon() : OfFile(imageFolder_ + u'\\' + name + QLatin1String(".gif"));
+}
+
+QIcon Pictures::OfFile(const QString& path) const {
+    const auto known = icons_.constFind(path);
+    if (known != icons_.constEnd()) return *known;
+    const QPixmap picture(SystemPath(path));
+    return *icons_.insert(path, picture.isNull() ? QIcon() : SharpIcon(picture));
+}
+
+QPixmap Pictures::PixmapOfFile(const QString& path) const {
+    return QPixmap(SystemPath(path));
+}
+
+QIcon ToolPicture(const Pictures& pictures, const QString& name, const QWidget& widget) {
+    const QIcon picture = pictures.OfName(name);
+    return picture.isNull() ? widget.style()->standardIcon(QStyle::SP_FileIcon, nullptr, &widget) : picture;
+}
+
+QIcon RunningMark(const QWidget& widget) {
+    const auto drawn = [](const QColor& colour) {
+        constexpr int size = 32;
+        QPixmap picture(size, size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colour);
+        painter.drawPolygon(QPolygonF({{8, 5}, {27, 16}, {8, 27}}));
+        return picture;
+    };
+    QIcon icon(drawn(widget.palette().color(QPalette::Highlight)));
+    icon.addPixmap(drawn(widget.palette().color(QPalette::HighlightedText)), QIcon::Selected);
+    return icon;
+}
+
+QIcon ProblemMark(const QWidget& widget) {
+    return widget.style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, &widget);
+}
+
+int PixelsOfTwips(const QWidget& widget, int twips) {
+    return twips * widget.logicalDpiX() / twipsPerInch;
+}
+
+} // namespace desktop

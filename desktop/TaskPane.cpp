@@ -1,0 +1,150 @@
+#include "desktop/TaskPane.h"
+
+#include "desktop/MessageBox.h"
+#include "desktop/QtText.h"
+#include "desktop/Texts.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace desktop {
+
+using arvon::host::ReferenceHost;
+
+namespace {
+
+constexpr auto launchTask = "tskLaunchTool";
+constexpr auto removeTask = "tskRemoveTool";
+constexpr auto showAllTask = "tskShowAll";
+
+struct TaskShortcut {
+    const char* task;
+    const char* keys;
+};
+constexpr std::array taskShortcuts{
+    TaskShortcut{launchTask, "Ctrl+Return"},
+    TaskShortcut{removeTask, "Ctrl+Delete"},
+    TaskShortcut{"tskEditTool", "F2"},
+};
+
+QString ProgressOf(const QString& task, const QString& current) {
+    if (task == QLatin1String(launchTask)) return text::Of(text::status::Launching).arg(current);
+    if (task == QLatin1String(removeTask)) return text::Of(text::status::Removing).arg(current);
+    if (task == QLatin1String(showAllTask)) return text::Of(text::status::ReadingCatalogue);
+    return {};
+}
+
+} // namespace
+
+TaskPane::TaskPane(HostBridge& bridge, const Pictures& pictures)
+    : bridge_(bridge), pictures_(pictures), title_(new QLabel), hint_(new QLabel), tasks_(new QVBoxLayout),
+      showAll_(new QCheckBox(text::Of(text::tasks::ShowAll))) {
+    setObjectName(QStringLiteral("taskPane"));
+    setAccessibleName(text::Of(text::tasks::Pane));
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+    QFont titleFont = title_->font();
+    titleFont.setBold(true);
+    title_->setFont(titleFont);
+    title_->setWordWrap(true);
+    hint_->setWordWrap(true);
+    hint_->setTextFormat(Qt::PlainText);
+    showAll_->setObjectName(QStringLiteral("tskShowAll"));
+    showAll_->setToolTip(text::Of(text::tasks::ShowAllHint));
+    showAll_->setStatusTip(showAll_->toolTip());
+
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->addWidget(title_);
+    layout->addWidget(hint_);
+    layout->addLayout(tasks_);
+    layout->addSpacing(layout->spacing());
+    layout->addWidget(showAll_);
+    layout->addStretch();
+    tasks_->setSpacing(0);
+    setWidget(content);
+
+    // the switch is the host's: it turns when the host's does
+    connect(showAll_, &QCheckBox::clicked, this, [this](bool checked) {
+        showAll_->setChecked(!checked);
+        Click(QLatin1String(showAllTask));
+    });
+}
+
+QKeySequence TaskPane::ShortcutOf(const QString& taskKey) {
+    for (const TaskShortcut& shortcut : taskShortcuts)
+        if (taskKey == QLatin1String(shortcut.task)) return QKeySequence(QLatin1String(shortcut.keys));
+    return {};
+}
+
+void TaskPane::Draw(const arvon::host::model::TaskView& pane) {
+    title_->setText(ToQt(pane.title));
+    usual_ = pane.texts.empty() ? QString() : ToQt(pane.texts[0]);
+    noCurrent_ = pane.texts.size() < 2 ? usual_ : ToQt(pane.texts[1]);
+    showAll_->setChecked(pane.showAll);
+    DrawTasks(pane.tasks);
+    DrawHint();
+}
+
+void TaskPane::DrawTasks(const std::vector<arvon::host::model::Task>& tasks) {
+    while (buttons_.size() > tasks.size()) {
+        delete buttons_.back();
+        buttons_.pop_back();
+    }
+    while (buttons_.size() < tasks.size()) {
+        auto* button = new QToolButton;
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::StrongFocus);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        tasks_->addWidget(button);
+        connect(button, &QToolButton::clicked, this, [this, button] { Click(button->objectName()); });
+        buttons_.push_back(button);
+    }
+    for (std::size_t i = 0; i < tasks.size(); ++i) {
+        QToolButton& button = *buttons_[i];
+        const QString key = ToQt(tasks[i].key);
+        const QKeySequence keys = ShortcutOf(key);
+        const QString description = ToQt(tasks[i].description);
+        button.setObjectName(key);
+        button.setText(EscapedMnemonics(ToQt(tasks[i].caption)));
+        button.setAccessibleName(ToQt(tasks[i].caption));
+        button.setAccessibleDescription(description);
+        button.setIcon(pictures_.OfFile(ToQt(tasks[i].icon)));
+        button.setStatusTip(description);
+        button.setShortcut(keys);
+        button.setToolTip(keys.isEmpty() ? description
+                                         : QStringLiteral("%1 (%2)").arg(
+                                               description, keys.toString(QKeySequence::NativeText)));
+    }
+}
+
+void TaskPane::SetCurrent(const QString& rowText) {
+    current_ = rowText;
+    DrawHint();
+}
+
+void TaskPane::DrawHint() {
+    hint_->setText(current_.isEmpty() ? noCurrent_ : usual_);
+    for (QToolButton* button : buttons_)
+        button->setEnabled(!current_.isEmpty());
+}
+
+void TaskPane::Click(const QString& taskKey) {
+    if (taskKey == QLatin1String(removeTask) &&
+        !Confirm(window(), text::Of(text::tasks::RemoveTitle),
+                 text::Of(text::tasks::RemoveQuestion).arg(current_),
+                 text::Of(text::tasks::RemoveConsequence), text::Of(text::tasks::Remove)))
+        return;
+    bridge_.Do([key = FromQt(taskKey)](ReferenceHost& host) { host.ClickTask(key); },
+               ProgressOf(taskKey, current_));
+}
+
+} // namespace desktop

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "desktop/HostBridge.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QString>
+
+#include <memory>
+#include <string>
+
+namespace platform {
+class FilePaths;
+}
+
+namespace desktop {
+
+/// What is the matter with a tool at this moment.
+struct ToolState {
+    enum class Kind { Ready, Running, Loaded, Problem };
+
+    Kind kind = Kind::Ready;
+    QDateTime since;    // Running, Loaded
+    qint64 process = 0; // Running
+    QString problem;    // a sentence; empty when there is none
+};
+
+/// Which tools run, which are loaded, and which cannot be used, from the host's model and from the files on
+/// disk. Files are looked for when first asked about.
+class ToolStates {
+public:
+    explicit ToolStates(HostBridge& bridge);
+    ~ToolStates();
+
+    /// Takes in what changed in the model.
+    void Refresh(const Parts& parts);
+    void ProcessStarted(qint64 id, const QString& commandLine);
+    void ProcessEnded(qint64 id);
+    /// Files are looked for anew: the user may have mended what was missing.
+    void ForgetFiles() { problems_.clear(); }
+
+    /// By VREX.
+    ToolState Of(const QString& vrex) const;
+    /// By name; empty when the tool can be used or is none.
+    QString ProblemOf(const QString& toolName) const;
+    QString VrexOf(const QString& toolName) const { return vrexByName_.value(toolName); }
+    /// The name by which the host finds the tool's picture; empty for an unknown tool.
+    QString PictureOf(const QString& vrex) const;
+    /// Name of the tool that a process belongs to; the command line's program when it is nobody's.
+    QString NameOfProgram(const QString& commandLine) const;
+    bool AnythingRuns() const { return !processes_.isEmpty() || !loaded_.isEmpty(); }
+
+private:
+    struct Tool {
+        QString name, picture, path, commandLine;
+    };
+    struct Process {
+        qint64 id = 0;
+        QDateTime since;
+        QString vrex;
+    };
+
+    void ReadTools();
+    void ReadLoaded();
+    QString VrexOfCommandLine(const QString& commandLine) const;
+    QString FindProblem(const Tool& tool) const;
+
+    HostBridge& bridge_;
+    std::unique_ptr<platform::FilePaths> paths_;
+    QHash<QString, Tool> tools_; // by VREX
+    QHash<QString, QString> vrexByName_, vrexByCommandLine_;
+    QHash<qint64, Process> processes_;
+    QHash<QString, QDateTime> loaded_;         // by VREX
+    mutable QHash<QString, QString> problems_; // by VREX; looked up once
+};
+
+/// "0:07", "12:30", "1:02:03".
+QString ElapsedText(const QDateTime& since, const QDateTime& now);
+
+} // namespace desktop
