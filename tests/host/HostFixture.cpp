@@ -1,23 +1,12 @@
 #include "tests/host/HostFixture.h"
 
+#include "tests/support/WrittenValue.h"
+
 namespace arvon::host::test {
 
 namespace {
 
-std::string WrittenValue(const base::Value& value) {
-    switch (value.GetKind()) {
-    case base::Value::Kind::Empty:
-        return "null";
-    case base::Value::Kind::Boolean:
-        return value.ToBoolean() ? "true" : "false";
-    case base::Value::Kind::Text:
-        return "\"" + value.ToText() + "\"";
-    case base::Value::Kind::Object:
-        return value.ToObject() ? "object" : "null";
-    default:
-        return value.ToText();
-    }
-}
+using kvtm::test::WrittenValue;
 
 template <class Items, class Write> std::string Joined(const Items& items, Write write) {
     std::string text;

@@ -2,6 +2,7 @@
 
 #include "core/Names.h"
 #include "core/contract/EventShapes.h"
+#include "tests/support/WrittenValue.h"
 
 #include <algorithm>
 
@@ -12,21 +13,6 @@ using arvon::host::MessageRecord;
 using arvon::host::ParameterRecord;
 
 namespace {
-
-std::string Written(const base::Value& value) {
-    switch (value.GetKind()) {
-    case base::Value::Kind::Empty:
-        return "null";
-    case base::Value::Kind::Boolean:
-        return value.ToBoolean() ? "true" : "false";
-    case base::Value::Kind::Text:
-        return "\"" + value.ToText() + "\"";
-    case base::Value::Kind::Object:
-        return "object";
-    default:
-        return value.ToText();
-    }
-}
 
 std::vector<ParameterRecord>
 TextParameters(const std::initializer_list<std::pair<std::string_view, std::string_view>>& parameters) {
@@ -123,7 +109,7 @@ void ComponentTest::OnCall(const CallRecord& call) {
     std::string text = call.operation + "(";
     for (const base::Value& argument : call.arguments) {
         if (text.back() != '(') text += ", ";
-        text += Written(argument);
+        text += WrittenValue(argument);
     }
     calls_.push_back(text + ")");
 }
