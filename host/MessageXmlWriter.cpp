@@ -1,21 +1,68 @@
 #include "base/Utf8.h"
 #include "host/MessageXml.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 
 namespace arvon::host::messageXml {
 
 namespace {
 
-// Bytes that stand for themselves, in both texts and attribute values.
-constexpr std::array<bool, 256> plainBytes = [] {
-    std::array<bool, 256> plain{};
-    for (int byte = 0x20; byte <= 0x7F; ++byte)
-        plain[static_cast<std::size_t>(byte)] = true;
-    for (const char special : {'&', '<', '>', '"'})
-        plain[static_cast<unsigned char>(special)] = false;
-    return plain;
+static_assert(std::endian::native == std::endian::little, "a word's first byte is its lowest here");
+
+constexpr std::uint64_t Each(std::uint64_t byte) {
+    return byte * 0x0101010101010101;
+}
+
+/// The high bit of each byte below a limit up to 0x80, and perhaps of bytes behind the first such.
+constexpr std::uint64_t Below(std::uint64_t bytes, std::uint64_t limit) {
+    return (bytes - Each(limit)) & ~bytes;
+}
+
+/// How many of a word's bytes, from its first, stand for themselves in both texts and attribute values.
+std::size_t PlainBytes(std::uint64_t word) {
+    const std::uint64_t quoteOrAmpersand = (word & ~Each('"' ^ '&')) ^ Each('"' & '&');
+    const std::uint64_t lessOrGreater = (word & ~Each('<' ^ '>')) ^ Each('<' & '>');
+    const std::uint64_t special =
+        word | Below(word, 0x20) | Below(quoteOrAmpersand, 1) | Below(lessOrGreater, 1);
+    return static_cast<std::size_t>(std::countr_zero(special & Each(0x80))) / 8;
+}
+
+/// What is written for one byte. Bytes beyond ASCII and control characters need a look at more: length 0.
+struct Written {
+    char bytes[7] = {};
+    unsigned char length = 0;
+};
+using WrittenBytes = std::array<Written, 256>;
+
+constexpr WrittenBytes writtenInText = [] {
+    WrittenBytes all{};
+    const auto write = [&](char byte, std::string_view written) {
+        Written& entry = all[static_cast<unsigned char>(byte)];
+        written.copy(entry.bytes, written.size());
+        entry.length = static_cast<unsigned char>(written.size());
+    };
+    for (char byte = 0x20; byte < 0x7F; ++byte)
+        write(byte, {&byte, 1});
+    for (const char byte : {'\x7F', '\t', '\n'})
+        write(byte, {&byte, 1});
+    write('&', "&amp;");
+    write('<', "&lt;");
+    write('>', "&gt;");
+    write('"', "&quot;");
+    write('\r', "&#13;");
+    return all;
+}();
+
+constexpr WrittenBytes writtenInAttribute = [] {
+    WrittenBytes all = writtenInText;
+    all['\t'] = {"&#9;", 4};
+    all['\n'] = {"&#10;", 5};
+    return all;
 }();
 
 /// Whether XML can hold a character beyond ASCII.
@@ -23,53 +70,47 @@ bool IsXmlCharacter(char32_t character) {
     return character != 0xFFFE && character != 0xFFFF;
 }
 
-void AppendEscaped(std::string& out, std::string_view text, bool attribute) {
-    std::size_t done = 0;
-    std::size_t at = 0;
-    const auto put = [&](std::string_view replacement, std::size_t length) {
-        out.append(text, done, at - done).append(replacement);
-        at += length;
-        done = at;
-    };
-    while (at < text.size()) {
+// Whole option files are escaped here, with something to escape every few bytes: a word and the byte behind
+// its plain ones at a time, without a decision that depends on them.
+void AppendEscaped(std::string& out, std::string_view text, const WrittenBytes& writtenBytes) {
+    constexpr std::size_t mostAtOnce = sizeof(std::uint64_t) + sizeof(Written);
+    char buffer[4096];
+    std::size_t used = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        if (used > sizeof buffer - mostAtOnce) {
+            out.append(buffer, used);
+            used = 0;
+        }
+        if (text.size() - at > sizeof(std::uint64_t)) {
+            std::uint64_t word;
+            std::memcpy(&word, text.data() + at, sizeof word);
+            const std::size_t plain = PlainBytes(word);
+            std::memcpy(buffer + used, &word, sizeof word);
+            used += plain;
+            at += plain;
+        }
         const auto byte = static_cast<unsigned char>(text[at]);
-        if (plainBytes[byte]) {
+        const Written& written = writtenBytes[byte];
+        if (written.length > 0) {
+            std::memcpy(buffer + used, written.bytes, sizeof written.bytes);
+            used += written.length;
             ++at;
             continue;
         }
-        switch (byte) {
-        case '&':
-            put("&amp;", 1);
-            continue;
-        case '<':
-            put("&lt;", 1);
-            continue;
-        case '>':
-            put("&gt;", 1);
-            continue;
-        case '"':
-            put("&quot;", 1);
-            continue;
-        case '\r':
-            put("&#13;", 1);
-            continue;
-        case '\t':
-            attribute ? put("&#9;", 1) : void(++at);
-            continue;
-        case '\n':
-            attribute ? put("&#10;", 1) : void(++at);
-            continue;
-        default:
-            break;
-        }
         const base::Utf8Step step = base::DecodeUtf8(text, at);
-        if (byte >= 0x80 && step.isWellFormed && IsXmlCharacter(step.character)) {
-            at += step.length;
-        } else {
-            put("\xEF\xBF\xBD", step.length);
-        }
+        const bool isXml = byte >= 0x80 && step.isWellFormed && IsXmlCharacter(step.character);
+        const std::string_view character = isXml ? text.substr(at, step.length) : "\xEF\xBF\xBD";
+        used += character.copy(buffer + used, character.size());
+        at += step.length;
     }
-    out.append(text, done);
+    out.append(buffer, used);
+}
+
+/// Roughly what escapes add to a text: all, in one of the usual kind.
+std::size_t EscapedSize(std::string_view text) {
+    constexpr std::size_t added = std::string_view("&lt;").size() - 1;
+    return text.size() + added * static_cast<std::size_t>(std::count_if(
+                                     text.begin(), text.end(), [](char c) { return c == '<' || c == '>'; }));
 }
 
 void AppendNumber(std::string& out, std::int32_t number) {
@@ -82,14 +123,14 @@ void AppendParameters(std::string& out, const std::vector<std::shared_ptr<Parame
     out += "<Parameters>";
     for (const auto& parameter : parameters) {
         out += "<Parameter Name=\"";
-        AppendEscaped(out, parameter->NameText(), true);
+        AppendEscaped(out, parameter->NameText(), writtenInAttribute);
         out += "\" Type=\"";
         AppendNumber(out, parameter->Type());
         out += "\">";
         if (const std::string* text = parameter->Content().TextIfAny()) {
-            AppendEscaped(out, *text, false);
+            AppendEscaped(out, *text, writtenInText);
         } else {
-            AppendEscaped(out, parameter->Content().ToText(), false);
+            AppendEscaped(out, parameter->Content().ToText(), writtenInText);
         }
         out += "</Parameter>";
     }
@@ -100,7 +141,7 @@ std::size_t EstimatedSize(std::string_view name, const std::vector<std::shared_p
     std::size_t size = 128 + name.size();
     for (const auto& parameter : parameters) {
         const std::string* text = parameter->Content().TextIfAny();
-        size += 64 + parameter->NameText().size() + (text ? text->size() : 0);
+        size += 64 + parameter->NameText().size() + (text ? EscapedSize(*text) : 0);
     }
     return size;
 }
@@ -112,7 +153,7 @@ std::string WriteRequest(std::string_view type, std::int32_t mode,
     std::string out;
     out.reserve(EstimatedSize(type, parameters));
     out += "<Request Type=\"";
-    AppendEscaped(out, type, true);
+    AppendEscaped(out, type, writtenInAttribute);
     out += "\" Mode=\"";
     AppendNumber(out, mode);
     out += "\">";
@@ -128,7 +169,7 @@ std::string WriteEvent(std::int32_t objectType, std::string_view name, std::int3
     out += "<Event ObjectType=\"";
     AppendNumber(out, objectType);
     out += "\" Name=\"";
-    AppendEscaped(out, name, true);
+    AppendEscaped(out, name, writtenInAttribute);
     out += "\" Category=\"";
     AppendNumber(out, category);
     out += "\" Level=\"";

@@ -172,5 +172,26 @@ TEST(WrittenMessages, HoldOneReplacementForEachCharacterThatXmlCannotHold) {
     }
 }
 
+TEST(WrittenMessages, EscapeALongTextAsItsCharactersOneByOne) {
+    const auto written = [](const std::string& text) {
+        const std::string xml = messageXml::WriteRequest(text, 0, {});
+        const std::size_t start = std::string_view("<Request Type=\"").size();
+        return xml.substr(start, xml.find("\" Mode=") - start);
+    };
+    std::vector<std::string> characters{"\u00E4", "\u20AC", "\U0001F600"};
+    for (char byte = 0; byte < 0x7F; ++byte)
+        characters.emplace_back(1, byte);
+    characters.emplace_back("\x7F");
+
+    std::string text, expected;
+    for (std::size_t plain = 0; plain < 20; ++plain) {
+        for (const std::string& character : characters) {
+            text += std::string(plain, 'x') + character;
+            expected += std::string(plain, 'x') + written(character);
+        }
+    }
+    EXPECT_EQ(written(text), expected);
+}
+
 } // namespace
 } // namespace arvon::host
