@@ -154,7 +154,8 @@ TEST_F(MenusOfTheHost, FindTheOtherEntryOfAKeyWhenTheFirstWent) {
 TEST_F(MenusOfTheHost, HoldTheHostsOwnEntries) {
     EXPECT_EQ(Entries("mnuHost"), "mnuInstallTools mnuUpdateTools mnuUpdateSettings mnuToolsSortName "
                                   "mnuToolsSortVersion mnuToolsSortUPDATED mnuToolsSortType");
-    for (const model::MenuItem& item : Model().Menus()[0].items)
+    const std::vector<model::Menu> menus = Model().Menus();
+    for (const model::MenuItem& item : menus[0].items)
         EXPECT_EQ(item.owner, "SnapIn");
 }
 
