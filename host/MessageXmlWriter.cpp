@@ -18,18 +18,25 @@ constexpr std::uint64_t Each(std::uint64_t byte) {
     return byte * 0x0101010101010101;
 }
 
-/// The high bit of each byte below a limit up to 0x80, and perhaps of bytes behind the first such.
-constexpr std::uint64_t Below(std::uint64_t bytes, std::uint64_t limit) {
-    return (bytes - Each(limit)) & ~bytes;
+/// One bit for each of eight bytes that does not stand for itself in both texts and attribute values.
+std::uint64_t SpecialBytes(const char* bytes) {
+    std::uint64_t word;
+    std::memcpy(&word, bytes, sizeof word);
+    const auto hasByte = [low = word & Each(0x7F)](unsigned a, unsigned b) { // two that differ in one bit
+        return ~((((low & ~Each(a ^ b)) ^ Each(a & b)) + Each(0x7F)));
+    };
+    const std::uint64_t isControl = ~((word & Each(0x7F)) + Each(0x80 - 0x20));
+    const std::uint64_t special = word | isControl | hasByte('"', '&') | hasByte('<', '>');
+    constexpr std::uint64_t gather = 0x0102040810204080; // the first bit of each byte into the last byte
+    return ((special & Each(0x80)) >> 7) * gather >> 56;
 }
 
-/// How many of a word's bytes, from its first, stand for themselves in both texts and attribute values.
-std::size_t PlainBytes(std::uint64_t word) {
-    const std::uint64_t quoteOrAmpersand = (word & ~Each('"' ^ '&')) ^ Each('"' & '&');
-    const std::uint64_t lessOrGreater = (word & ~Each('<' ^ '>')) ^ Each('<' & '>');
-    const std::uint64_t special =
-        word | Below(word, 0x20) | Below(quoteOrAmpersand, 1) | Below(lessOrGreater, 1);
-    return static_cast<std::size_t>(std::countr_zero(special & Each(0x80))) / 8;
+/// The same for 64 bytes.
+std::uint64_t SpecialBytesOfBlock(const char* bytes) {
+    std::uint64_t special = 0;
+    for (unsigned word = 0; word < 8; ++word)
+        special |= SpecialBytes(bytes + 8 * word) << (8 * word);
+    return special;
 }
 
 /// What is written for one byte. Bytes beyond ASCII and control characters need a look at more: length 0.
@@ -70,47 +77,56 @@ bool IsXmlCharacter(char32_t character) {
     return character != 0xFFFE && character != 0xFFFF;
 }
 
-// Whole option files are escaped here, with something to escape every few bytes: a word and the byte behind
-// its plain ones at a time, without a decision that depends on them.
-void AppendEscaped(std::string& out, std::string_view text, const WrittenBytes& writtenBytes) {
-    constexpr std::size_t mostAtOnce = sizeof(std::uint64_t) + sizeof(Written);
-    char buffer[4096];
-    std::size_t used = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        if (used > sizeof buffer - mostAtOnce) {
-            out.append(buffer, used);
-            used = 0;
-        }
-        if (text.size() - at > sizeof(std::uint64_t)) {
-            std::uint64_t word;
-            std::memcpy(&word, text.data() + at, sizeof word);
-            const std::size_t plain = PlainBytes(word);
-            std::memcpy(buffer + used, &word, sizeof word);
-            used += plain;
-            at += plain;
-        }
-        const auto byte = static_cast<unsigned char>(text[at]);
-        const Written& written = writtenBytes[byte];
-        if (written.length > 0) {
-            std::memcpy(buffer + used, written.bytes, sizeof written.bytes);
-            used += written.length;
-            ++at;
-            continue;
-        }
-        const base::Utf8Step step = base::DecodeUtf8(text, at);
-        const bool isXml = byte >= 0x80 && step.isWellFormed && IsXmlCharacter(step.character);
-        const std::string_view character = isXml ? text.substr(at, step.length) : "\xEF\xBF\xBD";
-        used += character.copy(buffer + used, character.size());
-        at += step.length;
+/// Writes the character at an offset and moves on behind it.
+char* WriteCharacter(char* to, std::string_view text, std::size_t& at, const WrittenBytes& writtenBytes) {
+    const auto byte = static_cast<unsigned char>(text[at]);
+    const Written& written = writtenBytes[byte];
+    if (written.length > 0) {
+        std::memcpy(to, written.bytes, sizeof written.bytes);
+        ++at;
+        return to + written.length;
     }
-    out.append(buffer, used);
+    const base::Utf8Step step = base::DecodeUtf8(text, at);
+    const bool isXml = byte >= 0x80 && step.isWellFormed && IsXmlCharacter(step.character);
+    const std::string_view character = isXml ? text.substr(at, step.length) : "\xEF\xBF\xBD";
+    at += step.length;
+    return to + character.copy(to, character.size());
 }
 
-/// Roughly what escapes add to a text: all, in one of the usual kind.
-std::size_t EscapedSize(std::string_view text) {
-    constexpr std::size_t added = std::string_view("&lt;").size() - 1;
-    return text.size() + added * static_cast<std::size_t>(std::count_if(
-                                     text.begin(), text.end(), [](char c) { return c == '<' || c == '>'; }));
+// Whole option files are escaped here, with something to escape every few bytes: a block of text at a time,
+// through a buffer. Pieces are copied with some of what follows them, for that is quicker than to look how
+// long they are.
+void AppendEscaped(std::string& out, std::string_view text, const WrittenBytes& writtenBytes) {
+    constexpr std::size_t block = 64, piece = 16;
+    constexpr std::size_t longestBlock = block * sizeof(Written) + block;
+    char buffer[4096];
+    char* to = buffer;
+    for (std::size_t at = 0; at < text.size();) {
+        if (to > buffer + sizeof buffer - longestBlock) {
+            out.append(buffer, to);
+            to = buffer;
+        }
+        if (text.size() - at < 2 * block) {
+            to = WriteCharacter(to, text, at, writtenBytes);
+            continue;
+        }
+        const std::size_t begin = at, end = at + block;
+        for (std::uint64_t special = SpecialBytesOfBlock(text.data() + begin); special != 0;
+             special &= special - 1) {
+            const std::size_t next = begin + static_cast<std::size_t>(std::countr_zero(special));
+            if (next < at) continue; // inside a character
+            std::memcpy(to, text.data() + at, piece);
+            if (next - at > piece) std::memcpy(to + piece, text.data() + at + piece, block - piece);
+            to += next - at;
+            at = next;
+            to = WriteCharacter(to, text, at, writtenBytes);
+        }
+        if (at >= end) continue;
+        std::memcpy(to, text.data() + at, block);
+        to += end - at;
+        at = end;
+    }
+    out.append(buffer, to);
 }
 
 void AppendNumber(std::string& out, std::int32_t number) {
@@ -141,7 +157,8 @@ std::size_t EstimatedSize(std::string_view name, const std::vector<std::shared_p
     std::size_t size = 128 + name.size();
     for (const auto& parameter : parameters) {
         const std::string* text = parameter->Content().TextIfAny();
-        size += 64 + parameter->NameText().size() + (text ? EscapedSize(*text) : 0);
+        size += 64 + parameter->NameText().size();
+        if (text) size += text->size() + text->size() / 2; // the half for what escapes add
     }
     return size;
 }
