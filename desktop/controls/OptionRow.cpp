@@ -206,7 +206,6 @@ QWidget* OptionRow::MakeRadios(const OptionField& field, const OptionChoices& ch
         buttons.emplace_back(choice.value, button);
     }
     flow->addStretch();
-    frame->setFocusProxy(buttons.front().second);
     put_ = [buttons](const std::string& value) {
         for (const auto& [own, button] : buttons)
             if (own == value) button->setChecked(true);
@@ -312,7 +311,9 @@ void OptionRow::RefreshNotice() {
 }
 
 void OptionRow::FocusEditor() {
-    if (editor_) editor_->setFocus(Qt::OtherFocusReason);
+    if (!editor_) return;
+    auto* firstRadio = editor_->findChild<QRadioButton*>();
+    (firstRadio ? static_cast<QWidget*>(firstRadio) : editor_)->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace desktop

@@ -85,6 +85,12 @@ void GroupRadios(std::vector<OptionField>& fields) {
     }
 }
 
+void PutSearched(OptionField& field) {
+    const QString value = ToQt(field.value);
+    const QString shown = LabelOfValue(field.name, field.value);
+    field.searched = (field.label + '\n' + ToQt(field.name) + '\n' + value + '\n' + shown).toCaseFolded();
+}
+
 bool IsNumber(const std::string& text) {
     bool good = false;
     QLocale::c().toDouble(ToQt(text), &good);
@@ -133,6 +139,8 @@ void OptionSheet::ReadTool(const base::XmlNode& tool, std::size_t& place) {
     }
     JoinLabels(page.fields);
     GroupRadios(page.fields);
+    for (OptionField& field : page.fields)
+        PutSearched(field);
     if (!page.fields.empty()) pages_.push_back(std::move(page));
 }
 
@@ -140,6 +148,7 @@ void OptionSheet::Store(std::size_t page, std::size_t field, std::string value) 
     OptionField& changed = pages_[page].fields[field];
     const bool before = changed.IsChanged();
     changed.value = std::move(value);
+    PutSearched(changed);
     if (changed.IsChanged() == before) return;
     if (before) {
         --pages_[page].changes;
@@ -184,19 +193,14 @@ std::size_t OptionSheet::Changes() const {
 
 std::vector<std::size_t> OptionSheet::Matching(std::size_t page, const QString& needle) const {
     const OptionPage& searched = pages_[page];
-    const QStringList words = needle.split(' ', Qt::SkipEmptyParts);
-    const auto holdsAll = [&](const auto&... texts) {
-        return std::ranges::all_of(
-            words, [&](const QString& word) { return (texts.contains(word, Qt::CaseInsensitive) || ...); });
+    const QStringList words = needle.toCaseFolded().split(' ', Qt::SkipEmptyParts);
+    const auto holdsAll = [&](const QString& text) {
+        return std::ranges::all_of(words, [&](const QString& word) { return text.contains(word); });
     };
-    const bool all = holdsAll(searched.title, ToQt(searched.toolId));
+    const bool all = holdsAll((searched.title + '\n' + ToQt(searched.toolId)).toCaseFolded());
     std::vector<std::size_t> found;
-    for (std::size_t index = 0; index < searched.fields.size(); ++index) {
-        const OptionField& field = searched.fields[index];
-        if (all ||
-            holdsAll(field.label, ToQt(field.name), ToQt(field.value), LabelOfValue(field.name, field.value)))
-            found.push_back(index);
-    }
+    for (std::size_t index = 0; index < searched.fields.size(); ++index)
+        if (all || holdsAll(searched.fields[index].searched)) found.push_back(index);
     return found;
 }
 

@@ -24,6 +24,7 @@ struct OptionField {
     bool editable = true;        // false: the text has no place for its value
     int radioGroup = -1;         // of options that are on one at a time
     std::size_t place = 0;       // among all options of the text
+    QString searched;            // what a search looks at, in folded letter case
 
     bool IsChanged() const { return value != original; }
 };

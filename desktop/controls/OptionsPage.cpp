@@ -117,6 +117,7 @@ void OptionsPage::Make(Chunk& chunk) {
     for (std::size_t index = chunk.first; index < chunk.first + chunk.count; ++index) {
         OptionRow* row = MakeRow(fields_[index]);
         rows->addWidget(row);
+        row->show(); // at once: what is not shown counts for nothing in the height
         chunk.rows.push_back(row);
     }
     Measure(chunk);
@@ -193,7 +194,7 @@ void OptionsPage::OrderTabs() {
     for (const Chunk& chunk : chunks_) {
         for (const OptionRow* row : chunk.rows) {
             for (QWidget* part : row->findChildren<QWidget*>()) {
-                const bool inside = part->parentWidget()->inherits("QComboBox");
+                const bool inside = part->parentWidget()->inherits("QComboBox") || part->window() != window();
                 if (inside || !(part->focusPolicy() & Qt::TabFocus)) continue;
                 QWidget::setTabOrder(last, part);
                 last = part;

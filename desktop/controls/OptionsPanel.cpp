@@ -15,12 +15,14 @@
 #include <QListView>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStyle>
 #include <QVBoxLayout>
 
 #include <array>
+#include <utility>
 
 namespace desktop {
 
@@ -122,7 +124,9 @@ QWidget* OptionsPanel::MakeRightSide() {
 void OptionsPanel::ConnectParts() {
     connect(search_, &QLineEdit::textChanged, this, [this] { Search(); });
     connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) { ShowPage(current.row()); });
+            [this](const QModelIndex& current) {
+                if (!searching_) ShowPage(current.row());
+            });
     connect(resetPage_, &QPushButton::clicked, this, [this] {
         if (!page_) return;
         list_->setFocus(); // the button is about to be disabled
@@ -142,6 +146,10 @@ void OptionsPanel::ConnectParts() {
 }
 
 void OptionsPanel::Load(const std::string& text) {
+    if (asking_) { // shown when the component is done
+        given_ = text;
+        return;
+    }
     page_.reset();
     body_->Clear();
     printers_.reset();
@@ -159,6 +167,7 @@ void OptionsPanel::Load(const std::string& text) {
 
 void OptionsPanel::Search() {
     const std::optional<std::size_t> before = page_;
+    const QScopedValueRollback guard(searching_, true);
     pages_->Search(search_->text());
     const int row = before ? std::max(pages_->RowOf(*before), 0) : 0;
     const QModelIndex index = pages_->index(row);
@@ -289,7 +298,12 @@ void OptionsPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (event->spontaneous()) return;
     list_->setFocus();
+    const QPointer<OptionsPanel> self(this);
+    asking_ = true;
     Ask("InitializeOptions");
+    if (!self) return;
+    asking_ = false;
+    if (const auto given = std::exchange(given_, {})) Load(*given);
 }
 
 void OptionsPanel::keyPressEvent(QKeyEvent* event) {

@@ -54,7 +54,10 @@ private:
     std::optional<OptionChoices> printers_; // asked for when a page first shows them
     std::optional<std::size_t> page_;       // shown now
     QString unreadable_;
+    std::optional<std::string> given_; // while the component is asked
+    bool asking_ = false;
     bool sending_ = false;
+    bool searching_ = false;
     QLineEdit* search_;
     QListView* list_;
     QLabel* title_;

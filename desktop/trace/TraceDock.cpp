@@ -57,7 +57,7 @@ class TraceDock::Panel final : public QWidget {
 public:
     explicit Panel(arvon::host::ReferenceHost& host);
     ~Panel() override;
-    QString Script() const;
+    QString Script();
 
 private:
     QLayout* MakeBar();
@@ -189,6 +189,7 @@ void TraceDock::Panel::ConnectParts() {
 
 void TraceDock::Panel::TakeFinished() {
     auto finished = recorder_.Take();
+    if (finished.empty()) return;
     const QScrollBar* bar = tree_->verticalScrollBar();
     const bool atEnd = bar->value() == bar->maximum();
     for (const auto& node : finished)
@@ -227,7 +228,8 @@ void TraceDock::Panel::Clear() {
     PutStatus();
 }
 
-QString TraceDock::Panel::Script() const {
+QString TraceDock::Panel::Script() {
+    TakeFinished();
     std::set<const TraceNode*> wanted;
     for (const QModelIndex& row : tree_->selectionModel()->selectedRows()) {
         const TraceNode* node = TraceModel::NodeAt(filter_.mapToSource(row));

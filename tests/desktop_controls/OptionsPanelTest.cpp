@@ -1,0 +1,411 @@
+#include "tests/desktop_controls/Support.h"
+
+#include "base/ComponentError.h"
+#include "base/Value.h"
+#include "base/XmlDocument.h"
+#include "desktop/controls/OptionsPage.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <fstream>
+#include <sstream>
+
+namespace desktop::test {
+
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* small =
+    "<Options><Tool ID=\"A\"><DisplayName>Layout</DisplayName>"
+    "<Option><Name>chkSnapToGrid</Name><Value>ON</Value></Option>"
+    "<Option><Name>txtGridSpacing</Name><Value>2.5</Value></Option>"
+    "<Option><Name>cmbSheet</Name><Value>A3 landscape</Value></Option>"
+    "<Option><Name>optToolSortOrder</Name><Value>0</Value></Option>"
+    "<Option><Name>cmbDefaultPrinter</Name><Value>Old printer</Value></Option>"
+    "</Tool><Tool ID=\"B\"><DisplayName>Plot Queue</DisplayName>"
+    "<Option><Name>txtFolder</Name><Value>C:\\QUARRA</Value></Option></Tool></Options>";
+
+std::string SampleText() {
+    std::ifstream file(std::string(KVTM_SUITE_FOLDER) + "/drive_c/QUARRA/Arvon/OPTIONS.XML",
+                       std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+/// The control, initialized by the request that its window sends when it is shown.
+class OptionsPanelTest : public testing::Test {
+protected:
+    void Open(const std::string& text) {
+        peer.replies["EnumPrinters"] = "<Printers><Printer default=\"-1\">Office laser</Printer>"
+                                       "<Printer default=\"0\">Plotter</Printer></Printers>";
+        peer.doings["InitializeOptions"] = [this, text] { Initialize(text); };
+        control = MakeControl("KvTMU110.ctlOptions", peer.Services());
+        panel.reset(control->Widget());
+        ShowInFront(*panel);
+    }
+    void Initialize(const std::string& text) {
+        const std::array arguments{base::Value(text)};
+        control->Call("Initialize", arguments);
+    }
+    template <class T> T& Part(const QString& name) { return Child<T>(*panel, name); }
+    std::string Updated() const {
+        const auto updates = peer.Of("UpdateOptions");
+        return updates.size() == 1 ? updates[0].parameters.at("Options")
+                                   : "sent " + std::to_string(updates.size()) + " times";
+    }
+
+    Peer peer;
+    std::shared_ptr<ControlObject> control;
+    std::unique_ptr<QWidget> panel;
+};
+
+} // namespace
+
+TEST_F(OptionsPanelTest, AsksToBeInitializedWhenShown) {
+    Open(small);
+    EXPECT_THAT(peer.Types(), testing::ElementsAre("InitializeOptions", "EnumPrinters"));
+    EXPECT_EQ(control->Get("Options").ToText(), small);
+    EXPECT_EQ(Part<QListView>("pages").model()->rowCount(), 2);
+    EXPECT_EQ(Part<QLabel>("title").text(), "Layout");
+}
+
+TEST_F(OptionsPanelTest, DrawsEveryOptionByItsPrefix) {
+    Open(small);
+    EXPECT_TRUE(Part<QCheckBox>("chkSnapToGrid").isChecked());
+    EXPECT_EQ(Part<QLineEdit>("txtGridSpacing").text(), "2.5");
+    EXPECT_EQ(Part<QComboBox>("cmbSheet").currentText(), "A3 landscape");
+    const auto radios = Part<QWidget>("optToolSortOrder").findChildren<QRadioButton*>();
+    ASSERT_EQ(radios.size(), 2);
+    EXPECT_TRUE(radios[0]->isChecked());
+    EXPECT_EQ(radios[1]->text(), "Descending");
+    for (const char* name : {"chkSnapToGrid", "txtGridSpacing", "cmbSheet", "cmbDefaultPrinter"})
+        EXPECT_GT(Part<QWidget>(name).visibleRegion().boundingRect().height(), 12) << name;
+}
+
+TEST_F(OptionsPanelTest, OffersPrintersAndKeepsOneThatIsGone) {
+    Open(small);
+    auto& printers = Part<QComboBox>("cmbDefaultPrinter");
+    QStringList names;
+    for (int index = 0; index < printers.count(); ++index)
+        names += printers.itemText(index);
+    EXPECT_EQ(names, QStringList({"Office laser", "Plotter", "Old printer (not installed)"}));
+    EXPECT_EQ(printers.currentIndex(), 2);
+    EXPECT_EQ(peer.Of("EnumPrinters").size(), 1U);
+}
+
+TEST_F(OptionsPanelTest, KeyboardAndMouseChangeAndOkSendsTheWholeTextOnce) {
+    Open(small);
+    Click(Part<QCheckBox>("chkSnapToGrid"));
+    auto& spacing = Part<QLineEdit>("txtGridSpacing");
+    spacing.setFocus();
+    spacing.selectAll();
+    QTest::keyClicks(&spacing, "5");
+    auto& sheet = Part<QComboBox>("cmbSheet");
+    sheet.setFocus();
+    sheet.lineEdit()->selectAll();
+    QTest::keyClicks(&sheet, "A1");
+    QTest::keyClick(Part<QWidget>("optToolSortOrder").findChildren<QRadioButton*>()[1], Qt::Key_Space);
+    QTest::keyClick(&Part<QComboBox>("cmbDefaultPrinter"), Qt::Key_Up);
+    EXPECT_EQ(Part<QLabel>("state").text(), "5 options changed");
+    EXPECT_TRUE(peer.Of("UpdateOptions").empty());
+
+    QTest::keyClick(&spacing, Qt::Key_Return);
+    std::string expected = small;
+    const auto put = [&](const std::string& from, const std::string& to) {
+        expected.replace(expected.find(from), from.size(), to);
+    };
+    put(">ON<", ">OFF<");
+    put(">2.5<", ">5<");
+    put(">A3 landscape<", ">A1<");
+    put("<Value>0<", "<Value>1<");
+    put(">Old printer<", ">Plotter<");
+    EXPECT_EQ(Updated(), expected);
+    EXPECT_EQ(peer.Of("UpdateOptions")[0].parameters.at("UnloadOptionsTool"), "-1");
+    EXPECT_EQ(control->Get("Options").ToText(), expected);
+}
+
+TEST_F(OptionsPanelTest, SendsOnceThoughTheWindowGoesMeanwhile) {
+    Open(small);
+    peer.doings["UpdateOptions"] = [this] { panel.reset(); };
+    QPushButton& ok = Part<QPushButton>("ok");
+    Click(ok);
+    EXPECT_EQ(peer.Of("UpdateOptions").size(), 1U);
+    EXPECT_FALSE(panel);
+    EXPECT_NE(control->Widget(), nullptr) << "a new one for the next window";
+    panel.reset(control->Widget());
+}
+
+TEST_F(OptionsPanelTest, ASecondOkFromInsideTheFirstIsNone) {
+    Open(small);
+    peer.doings["UpdateOptions"] = [this] { Part<QPushButton>("ok").click(); };
+    Part<QPushButton>("ok").click();
+    EXPECT_EQ(peer.Of("UpdateOptions").size(), 1U);
+}
+
+TEST_F(OptionsPanelTest, CancelChangesNothingAndClosesTheView) {
+    Open(small);
+    Click(Part<QCheckBox>("chkSnapToGrid"));
+    QTest::keyClick(panel.get(), Qt::Key_Escape);
+    EXPECT_EQ(peer.Of("UnloadOptionsTool").size(), 1U);
+    EXPECT_TRUE(peer.Of("UpdateOptions").empty());
+    EXPECT_EQ(control->Get("Options").ToText(), small);
+    panel->hide();
+    panel->show();
+    EXPECT_TRUE(Part<QCheckBox>("chkSnapToGrid").isChecked()) << "opened again, it shows what is in force";
+}
+
+TEST_F(OptionsPanelTest, MarksWhatIsChangedAndTakesItBack) {
+    Open(small);
+    auto& spacing = Part<QLineEdit>("txtGridSpacing");
+    QTest::keyClicks(&spacing, "7");
+    EXPECT_THAT(spacing.accessibleDescription().toStdString(), HasSubstr("Changed; it was \u201c2.5\u201d"));
+    auto& reset = Part<QToolButton>("reset txtGridSpacing");
+    EXPECT_TRUE(reset.isVisible());
+    const QModelIndex page = Part<QListView>("pages").model()->index(0, 0);
+    EXPECT_EQ(page.data(Qt::AccessibleTextRole).toString(), "Layout, 1 changed");
+    EXPECT_TRUE(page.data(Qt::FontRole).value<QFont>().bold());
+    Click(reset);
+    EXPECT_EQ(spacing.text(), "2.5");
+    EXPECT_FALSE(reset.isVisible());
+    EXPECT_EQ(page.data(Qt::AccessibleTextRole).toString(), "Layout");
+
+    Click(Part<QCheckBox>("chkSnapToGrid"));
+    QTest::keyClicks(&spacing, "7");
+    Click(Part<QPushButton>("resetPage"));
+    EXPECT_TRUE(Part<QCheckBox>("chkSnapToGrid").isChecked());
+    EXPECT_EQ(spacing.text(), "2.5");
+    EXPECT_FALSE(Part<QPushButton>("resetPage").isEnabled());
+}
+
+TEST_F(OptionsPanelTest, SearchShowsWhichPagesMatchAndOnlyWhatDoes) {
+    Open(small);
+    auto& search = Part<QLineEdit>("search");
+    QTest::keyClick(panel.get(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(search.hasFocus());
+    QTest::keyClicks(&search, "folder");
+    auto& pages = Part<QListView>("pages");
+    ASSERT_EQ(pages.model()->rowCount(), 1);
+    EXPECT_EQ(pages.model()->index(0, 0).data().toString(), "Plot Queue (1)");
+    EXPECT_EQ(Part<QLabel>("title").text(), "Plot Queue");
+    QTest::keyClick(&search, Qt::Key_Return);
+    EXPECT_TRUE(Part<QLineEdit>("txtFolder").hasFocus());
+    search.setFocus();
+    QTest::keyClick(&search, Qt::Key_Escape);
+    EXPECT_EQ(search.text(), "");
+    EXPECT_EQ(pages.model()->rowCount(), 2);
+    EXPECT_TRUE(peer.Of("UnloadOptionsTool").empty()) << "the first Escape only empties the search";
+    QTest::keyClicks(&search, "nowhere");
+    EXPECT_EQ(pages.model()->rowCount(), 0);
+    EXPECT_THAT(Part<QLabel>("empty").text().toStdString(), HasSubstr("No option holds \u201cnowhere"));
+}
+
+TEST_F(OptionsPanelTest, TheKeyboardReachesEverythingInOrder) {
+    Open(small);
+    QStringList visited;
+    Part<QLineEdit>("search").setFocus();
+    for (int step = 0; step < 12; ++step) {
+        visited += QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    visited.removeAll("");
+    EXPECT_EQ(visited.join(' ').toStdString(),
+              "search pages chkSnapToGrid txtGridSpacing cmbSheet cmbDefaultPrinter ok cancel "
+              "search pages chkSnapToGrid");
+}
+
+TEST_F(OptionsPanelTest, TroubleIsToldAndHoldsOkBack) {
+    Open("<Options><Tool "
+         "ID=\"A\"><Option><Name>cmbLanguage</Name><Value>1033</Value></Option></Tool></Options>");
+    auto& language = Part<QComboBox>("cmbLanguage");
+    language.lineEdit()->selectAll();
+    QTest::keyClicks(&language, "Klingon");
+    EXPECT_FALSE(Part<QPushButton>("ok").isEnabled());
+    EXPECT_THAT(Part<QLabel>("state").text().toStdString(), HasSubstr("found \u201cKlingon\u201d"));
+    QTest::keyClick(panel.get(), Qt::Key_Return);
+    EXPECT_TRUE(peer.Of("UpdateOptions").empty());
+    TakePictures(*panel, "options-trouble");
+    language.lineEdit()->selectAll();
+    QTest::keyClicks(&language, "Deutsch");
+    EXPECT_TRUE(Part<QPushButton>("ok").isEnabled());
+    QTest::keyClick(panel.get(), Qt::Key_Return);
+    EXPECT_THAT(Updated(), HasSubstr("<Value>1031</Value>")) << "a label that is known stands for its value";
+}
+
+TEST_F(OptionsPanelTest, TakesTheLanguagesThatTheHostKnows) {
+    peer.choices["cmbLanguage"] = {"1031", "1033", "9999"};
+    Open("<Options><Tool "
+         "ID=\"A\"><Option><Name>cmbLanguage</Name><Value>1033</Value></Option></Tool></Options>");
+    auto& language = Part<QComboBox>("cmbLanguage");
+    EXPECT_FALSE(language.isEditable());
+    EXPECT_EQ(language.currentText(), "English");
+    EXPECT_EQ(language.itemText(2), "9999");
+}
+
+TEST_F(OptionsPanelTest, EmptyAndBrokenTextsAreTold) {
+    Open("");
+    EXPECT_EQ(Part<QLabel>("empty").text(), "There are no options to show.");
+    EXPECT_FALSE(Part<QPushButton>("ok").isEnabled());
+    EXPECT_EQ(Unnamed(*panel), QStringList());
+    TakePictures(*panel, "options-empty");
+    for (const char* broken :
+         {"<Options><Tool>", "no xml at all", "<!DOCTYPE a [<!ENTITY e \"x\">]><a>&e;</a>"}) {
+        Initialize(broken);
+        EXPECT_THAT(Part<QLabel>("empty").text().toStdString(), HasSubstr("cannot be read")) << broken;
+        EXPECT_FALSE(Part<QPushButton>("ok").isEnabled());
+    }
+    Initialize("<Options/>");
+    EXPECT_EQ(Part<QLabel>("empty").text(), "There are no options to show.");
+    QTest::keyClick(panel.get(), Qt::Key_Return);
+    EXPECT_TRUE(peer.Of("UpdateOptions").empty());
+}
+
+TEST_F(OptionsPanelTest, MarkupShortcutMarksAndOtherScriptsStandAsTheyAre) {
+    Open(
+        "<Options><Tool ID=\"A\"><DisplayName>&lt;b&gt;Bold&lt;/b&gt; &amp;Co "
+        "\u05e9\u05dc\u05d5\u05dd</DisplayName>"
+        "<Option><Name>chkA</Name><Value>ON</Value></Option>"
+        "<Option><Name>lblA</Name><Value>&lt;b&gt;Save &amp;all&lt;/b&gt;</Value></Option>"
+        "<Option><Name>txt\u05e9\u05dc\u05d5\u05dd</Name><Value>\u05e2\u05d5\u05dc\u05dd abc</Value></Option>"
+        "<Option><Name>lblHint</Name><Value>&lt;img src='x'&gt; plain</Value></Option>"
+        "</Tool></Options>");
+    EXPECT_EQ(Part<QLabel>("title").text(), "<b>Bold</b> &Co \u05e9\u05dc\u05d5\u05dd");
+    EXPECT_EQ(Part<QLabel>("title").textFormat(), Qt::PlainText);
+    EXPECT_EQ(Part<QCheckBox>("chkA").text(), "<b>Save &&all</b>");
+    EXPECT_TRUE(Part<QCheckBox>("chkA").shortcut().isEmpty());
+    EXPECT_EQ(Part<QLabel>("lblHint").textFormat(), Qt::PlainText);
+    panel->setLayoutDirection(Qt::RightToLeft);
+    TakePictures(*panel, "options-markup");
+    panel->setLayoutDirection(Qt::LeftToRight);
+    QTest::keyClicks(&Part<QLineEdit>("txt\u05e9\u05dc\u05d5\u05dd"), "!");
+    Click(Part<QPushButton>("ok"));
+    EXPECT_THAT(Updated(), HasSubstr("!"));
+    EXPECT_THAT(Updated(), HasSubstr("&lt;img src='x'&gt; plain"));
+}
+
+TEST_F(OptionsPanelTest, VeryLongAndSeveralLineValuesArePreserved) {
+    const std::string lengthy(60'000, 'x');
+    Open("<Options><Tool ID=\"A\"><Option><Name>txtLong</Name><Value>" + lengthy +
+         "</Value></Option><Option><Name>txtLines</Name><Value>one\ntwo</Value></Option>"
+         "<Option><Name>cmbLong</Name><Value>" +
+         lengthy + "</Value></Option></Tool></Options>");
+    auto& lines = Part<QPlainTextEdit>("txtLines");
+    lines.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&lines, "!");
+    auto& longOne = Part<QPlainTextEdit>("txtLong");
+    longOne.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&longOne, "!");
+    Click(Part<QPushButton>("ok"));
+    const std::string sent = Updated();
+    EXPECT_THAT(sent, HasSubstr("one\ntwo!</Value>"));
+    EXPECT_NE(sent.find(">" + lengthy + "!</Value>"), std::string::npos);
+    EXPECT_NE(sent.find(">" + lengthy + "</Value>"), std::string::npos);
+}
+
+TEST_F(OptionsPanelTest, AnswersThatAreNoPrinterListAreNoPrinters) {
+    peer.replies["EnumPrinters"] = "<Printers><";
+    peer.doings["EnumPrinters"] = [this] { peer.replies["EnumPrinters"] = "<Printers><"; };
+    Open(small);
+    auto& printers = Part<QComboBox>("cmbDefaultPrinter");
+    EXPECT_EQ(printers.count(), 1);
+    EXPECT_EQ(printers.currentData().toByteArray(), "Old printer");
+}
+
+TEST_F(OptionsPanelTest, TenThousandOptionsOnAPageMakeOnlyWhatIsInSight) {
+    std::string text = "<Options><Tool ID=\"A\">";
+    for (int number = 0; number < 10'000; ++number)
+        text += "<Option><Name>txtOption" + std::to_string(number) + "</Name><Value>" +
+                std::to_string(number) + "</Value></Option>";
+    QElapsedTimer clock;
+    clock.start();
+    Open(text + "</Tool></Options>");
+    EXPECT_LT(clock.restart(), 3000);
+    auto& page = *panel->findChild<OptionsPage*>();
+    EXPECT_GT(page.RowsMade(), 10U);
+    EXPECT_LT(page.RowsMade(), 400U);
+    page.verticalScrollBar()->setValue(page.verticalScrollBar()->maximum());
+    QCoreApplication::processEvents();
+    page.verticalScrollBar()->setValue(page.verticalScrollBar()->maximum());
+    EXPECT_LT(page.RowsMade(), 400U);
+    auto& last = Part<QLineEdit>("txtOption9999");
+    EXPECT_TRUE(last.isVisible());
+    QTest::keyClicks(&last, "0");
+    clock.restart();
+    QTest::keyClicks(&Part<QLineEdit>("search"), "9999");
+    EXPECT_LT(clock.elapsed(), 2000);
+    EXPECT_EQ(page.RowsMade(), 1U);
+    Click(Part<QPushButton>("ok"));
+    EXPECT_THAT(Updated(), HasSubstr("<Name>txtOption9999</Name><Value>09999</Value>"));
+}
+
+TEST_F(OptionsPanelTest, TabbingGoesOnThroughRowsThatWereNotThere) {
+    std::string text = "<Options><Tool ID=\"A\">";
+    for (int number = 0; number < 200; ++number)
+        text += "<Option><Name>txtOption" + std::to_string(number) + "</Name><Value/></Option>";
+    Open(text + "</Tool></Options>");
+    Part<QLineEdit>("txtOption0").setFocus();
+    for (int step = 1; step < 200; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        ASSERT_EQ(QApplication::focusWidget()->objectName(), "txtOption" + QString::number(step));
+        ASSERT_FALSE(QApplication::focusWidget()->visibleRegion().isEmpty()) << step;
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "ok");
+}
+
+TEST_F(OptionsPanelTest, FiveHundredToolsStayUsable) {
+    std::string text = "<Options>";
+    for (int tool = 0; tool < 500; ++tool) {
+        text += "<Tool ID=\"T" + std::to_string(tool) + "\">";
+        for (int option = 0; option < 10; ++option)
+            text += "<Option><Name>chkOption" + std::to_string(option) + "</Name><Value>ON</Value></Option>";
+        text += "</Tool>";
+    }
+    QElapsedTimer clock;
+    clock.start();
+    Open(text + "</Options>");
+    EXPECT_LT(clock.restart(), 3000);
+    auto& pages = Part<QListView>("pages");
+    QTest::keyClick(&pages, Qt::Key_End);
+    EXPECT_EQ(Part<QLabel>("title").text(), "T499");
+    EXPECT_LT(clock.restart(), 1000);
+}
+
+TEST_F(OptionsPanelTest, TheWheelScrollsAndChangesNoValue) {
+    Open(small);
+    auto& printers = Part<QComboBox>("cmbDefaultPrinter");
+    Part<QListView>("pages").setFocus();
+    QWheelEvent wheel(QPointF(5, 5), printers.mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&printers, &wheel);
+    EXPECT_EQ(printers.currentIndex(), 2);
+}
+
+TEST_F(OptionsPanelTest, EveryControlOfTheSampleHasANameOnEveryPage) {
+    Open(SampleText());
+    auto& pages = Part<QListView>("pages");
+    for (int row = 0; row < pages.model()->rowCount(); ++row) {
+        pages.setCurrentIndex(pages.model()->index(row, 0));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Unnamed(*panel), QStringList()) << row;
+        TakePictures(*panel, "options-" + QString::number(row));
+    }
+    pages.setCurrentIndex(pages.model()->index(2, 0));
+    QTest::keyClicks(&Part<QLineEdit>("txtGridSpacing"), "x");
+    Click(Part<QCheckBox>("chkSnapToGrid"));
+    EXPECT_EQ(Unnamed(*panel), QStringList());
+    TakePictures(*panel, "options-changed");
+}
+
+TEST_F(OptionsPanelTest, UnknownMembersAreRefused) {
+    Open(small);
+    EXPECT_THROW(control->Get("Nothing"), base::ComponentError);
+    EXPECT_THROW(control->Call("Nothing", {}), base::ComponentError);
+    EXPECT_THROW(control->Set("Options", base::Value("x")), base::ComponentError);
+    EXPECT_EQ(MakeControl("KvTMU110.ctlNothing", peer.Services()), nullptr);
+    EXPECT_NE(MakeControl("kvtmu110.CTLOPTIONS", peer.Services()), nullptr);
+}
+
+} // namespace desktop::test
