@@ -243,17 +243,19 @@ ToolRecords::Catalogue ToolRecords::Load() const {
 }
 
 void ToolRecords::Read() {
+    Catalogue catalogue;
+    try {
+        catalogue = Load();
+    } catch (const base::ComponentError& error) {
+        trace_.Problem(error.Description());
+        return;
+    }
     records_.Clear();
     repeated_.clear();
     removed_.clear();
     *renamed_ = false;
-    try {
-        Catalogue catalogue = Load();
-        for (base::XmlNode& element : catalogue.tools)
-            Take(std::make_shared<ToolRecord>(trace_, std::move(element), renamed_));
-    } catch (const base::ComponentError& error) {
-        trace_.Problem(error.Description());
-    }
+    for (base::XmlNode& element : catalogue.tools)
+        Take(std::make_shared<ToolRecord>(trace_, std::move(element), renamed_));
 }
 
 void ToolRecords::Take(std::shared_ptr<ToolRecord> record) const {

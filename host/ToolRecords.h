@@ -86,8 +86,8 @@ class ToolRecords final : public IToolRecords {
 public:
     using Editor = std::function<bool(IToolRecord& record)>;
 
-    /// Reads the catalogue. A missing or broken file is an empty catalogue and a problem. The editor may come
-    /// and go with its owner.
+    /// Reads the catalogue. A missing or broken file is a problem, and an empty catalogue until it can be
+    /// read. The editor may come and go with its owner.
     ToolRecords(Trace& trace, platform::Files& files, std::filesystem::path file, const Editor& editor);
 
     std::size_t Count() const override;
@@ -99,6 +99,7 @@ public:
     /// it stays as it is, but a file in another encoding is one in UTF-8 then. A changed record that the file
     /// does not hold any more is a problem. Throws when the file cannot be read or written, or is damaged.
     void Save() override;
+    /// A file that cannot be read is a problem; the records stay as they were, with their changes.
     void Reload() override;
     void Edit(const std::shared_ptr<IToolRecord>& record, std::string_view caller) override;
 

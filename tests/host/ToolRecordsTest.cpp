@@ -171,14 +171,14 @@ TEST_F(ToolRecordsOfTheHost, OfAMissingFileAreNoneAndTheFileIsNamed) {
     EXPECT_EQ(Host().Problems().size(), 1u);
 }
 
-TEST_F(ToolRecordsOfTheHost, DISABLED_AreReadInOtherEncodingsToo) {
+TEST_F(ToolRecordsOfTheHost, AreReadInOtherEncodingsToo) {
     OpenWithXml(
         "<?xml version=\"1.0\" encoding=\"windows-1252\"?><Tools><Tool Name=\"K\xE4se \x80\"/></Tools>");
     EXPECT_THAT(Names(), ElementsAre("K\u00E4se \u20AC"));
     OpenWithXml(std::string(
         "\xFF\xFE<\0T\0o\0o\0l\0s\0>\0<\0T\0o\0o\0l\0 \0N\0a\0m\0e\0=\0'\0\xE4\0'\0/\0>\0<\0/\0T\0o\0"
         "o\0l\0s\0>\0",
-        66));
+        64));
     EXPECT_THAT(Names(), ElementsAre("\u00E4"));
     OpenWithXml("\xEF\xBB\xBF<Tools><Tool Name=\"\u00E4\"/></Tools>");
     EXPECT_THAT(Names(), ElementsAre("\u00E4"));
@@ -200,14 +200,30 @@ TEST_F(ToolRecordsOfTheHost, AreReadAnewWhileThoseHandedOutLiveOn) {
     EXPECT_NE(Tools().Item("a"), nullptr);
 }
 
-TEST_F(ToolRecordsOfTheHost, OfAFileThatBrokeMeanwhileAreNone) {
-    OpenWith({{.name = "a"}});
+TEST_F(ToolRecordsOfTheHost, StayAsTheyWereWhenTheFileBrokeMeanwhile) {
+    OpenWith({{.name = "a"}, {.name = "b"}, {.name = "c"}});
     const auto held = Tools().Item("a");
-    installation.Write("Arvon/Tools.xml", "<Tools>");
+    held->Set("version", "7");
+    Tools().Remove("b");
+    installation.Write("Arvon/Tools.xml", "<Tools>\n<Tool");
     Tools().Reload();
-    EXPECT_EQ(Tools().Count(), 0u);
-    EXPECT_EQ(held->Name(), "a");
-    EXPECT_EQ(recorder.problems.size(), 1u);
+    EXPECT_THAT(Names(), ElementsAre("a", "c"));
+    EXPECT_EQ(Tools().Item("a"), held);
+    ASSERT_EQ(recorder.problems.size(), 1u);
+    EXPECT_THAT(recorder.problems[0], HasSubstr("drive_c/QUARRA/Arvon/Tools.xml: line 2, column "));
+
+    std::filesystem::remove(installation.File("Arvon/Tools.xml"));
+    Tools().Reload();
+    EXPECT_THAT(Names(), ElementsAre("a", "c"));
+    EXPECT_EQ(recorder.problems.size(), 2u);
+
+    // what was changed and removed before is not forgotten either
+    installation.WriteTools({{.name = "a"}, {.name = "b"}, {.name = "c"}});
+    Tools().Save();
+    Tools().Reload();
+    EXPECT_THAT(Names(), ElementsAre("a", "c"));
+    EXPECT_EQ(Tools().Item("a")->Get("version").ToText(), "7");
+    EXPECT_EQ(recorder.problems.size(), 2u);
 }
 
 TEST_F(ToolRecordsOfTheHost, OutliveTheirHost) {

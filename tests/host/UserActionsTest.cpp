@@ -79,7 +79,7 @@ TEST_F(UserActions, DoNotReachMenuItemsThatCannotBeUsed) {
     EXPECT_EQ(WhyNot([&] { Host().ClickMenu("deep"); }), "menu item \"deep\" is hidden");
 }
 
-TEST_F(UserActions, DISABLED_DoNotReachHiddenItemsOfTheContextMenu) {
+TEST_F(UserActions, DoNotReachHiddenItemsOfTheContextMenu) {
     const auto item = Framework().ContextMenu().Add("item", "", "", "me");
     const auto below = item->Items().Add("below", "", "", "me");
     item->SetVisible(false);
