@@ -3,7 +3,9 @@
 #include "platform/Processes.h"
 
 #include <sys/epoll.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
+#include <sys/timerfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,6 +13,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <thread>
 #include <utility>
 
 namespace arvon::host {
@@ -18,7 +21,20 @@ namespace arvon::host {
 namespace {
 
 constexpr int signalBase = 128; // exit code of a program that a signal ended, as shells count
-constexpr std::chrono::milliseconds unwatchedPause{20};
+constexpr std::chrono::milliseconds waitingPause{20};
+constexpr std::uint64_t timerMark = 0; // in the poll set; no process has this number
+
+rlim_t DescriptorLimit() {
+    rlimit limit{};
+    return ::getrlimit(RLIMIT_NOFILE, &limit) == 0 ? limit.rlim_cur : 0;
+}
+
+void RaiseDescriptorLimit() {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+    limit.rlim_cur = limit.rlim_max;
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+}
 
 /// Children must stay to be asked about their end: with SIGCHLD ignored, or handled with that flag, the
 /// system would drop them.
@@ -57,8 +73,13 @@ std::optional<int> TakeExitCode(std::int64_t process) {
 
 ProcessFollower::ProcessFollower(Trace& trace, platform::Processes& processes, Complete complete)
     : trace_(trace), processes_(processes), complete_(std::move(complete)),
-      pollSet_(::epoll_create1(EPOLL_CLOEXEC)) {
+      pollSet_(::epoll_create1(EPOLL_CLOEXEC)),
+      timer_(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)) {
     KeepEndedChildren();
+    epoll_event event{};
+    event.events = EPOLLIN;
+    event.data.u64 = timerMark;
+    ::epoll_ctl(pollSet_, EPOLL_CTL_ADD, timer_, &event);
 }
 
 ProcessFollower::~ProcessFollower() {
@@ -67,6 +88,7 @@ ProcessFollower::~ProcessFollower() {
         TakeExitCode(process.handle);
         processes_.Close(process.handle);
     }
+    if (timer_ >= 0) ::close(timer_);
     if (pollSet_ >= 0) ::close(pollSet_);
 }
 
@@ -78,14 +100,14 @@ std::int32_t ProcessFollower::Start(std::string_view commandLine, std::string_vi
     }
     Followed& process =
         followed_.Add({handle, std::string(commandLine), std::string(caller), -1}, std::to_string(handle));
-    Watch(process);
+    if (!Watch(process)) SetTimer(true);
     trace_.Changed(ModelPart::Processes);
     trace_.ProcessStarted(handle, std::string(commandLine));
     return static_cast<std::int32_t>(handle);
 }
 
 bool ProcessFollower::Watch(Followed& process) {
-    if (watched_ >= MaximumWatched || pollSet_ < 0) return false;
+    if (pollSet_ < 0 || !HasRoomForDescriptor()) return false;
     const long opened = ::syscall(SYS_pidfd_open, static_cast<pid_t>(process.handle), 0);
     if (opened < 0) return false;
     epoll_event event{};
@@ -100,19 +122,30 @@ bool ProcessFollower::Watch(Followed& process) {
     return true;
 }
 
-std::size_t ProcessFollower::WatchWaiting() {
-    std::size_t ended = 0;
-    for (std::size_t position = 1; position <= followed_.Count() && watched_ < followed_.Count();
-         ++position) {
+bool ProcessFollower::HasRoomForDescriptor() {
+    if (watched_ < room_) return true;
+    room_ = DescriptorLimit() / 2;
+    if (watched_ < room_) return true;
+    RaiseDescriptorLimit();
+    room_ = DescriptorLimit() / 2;
+    return watched_ < room_;
+}
+
+void ProcessFollower::WatchWaiting() {
+    for (std::size_t position = 1; position <= followed_.Count() && IsAnyWaiting(); ++position) {
         Followed& process = followed_.Item(position);
-        if (process.descriptor >= 0 || Watch(process)) continue;
-        if (watched_ >= MaximumWatched || errno != ESRCH) break;
-        if (TakeEnd(std::to_string(process.handle))) { // somebody else took its end away
-            ++ended;
-            --position;
-        }
+        if (process.descriptor < 0 && !Watch(process)) break;
     }
-    return ended;
+    SetTimer(IsAnyWaiting());
+}
+
+void ProcessFollower::SetTimer(bool isOn) {
+    if (isOn == timerIsOn_) return;
+    itimerspec interval{};
+    if (isOn) interval.it_interval.tv_nsec = std::chrono::nanoseconds(waitingPause).count();
+    interval.it_value = interval.it_interval;
+    ::timerfd_settime(timer_, 0, &interval, nullptr);
+    timerIsOn_ = isOn;
 }
 
 bool ProcessFollower::TakeEnd(const std::string& key) {
@@ -133,10 +166,10 @@ bool ProcessFollower::TakeEnd(const std::string& key) {
     return true;
 }
 
-std::size_t ProcessFollower::TakeAllEnds() {
+std::size_t ProcessFollower::TakeEndsOfWaiting() {
     std::vector<std::string> keys;
     for (const Followed& process : followed_)
-        keys.push_back(std::to_string(process.handle));
+        if (process.descriptor < 0) keys.push_back(std::to_string(process.handle));
     return static_cast<std::size_t>(
         std::count_if(keys.begin(), keys.end(), [this](const std::string& key) { return TakeEnd(key); }));
 }
@@ -145,25 +178,30 @@ std::size_t ProcessFollower::TakeEnds(std::chrono::milliseconds timeout) {
     const auto deadline = DeadlineIn(timeout);
     std::size_t ended = 0;
     for (;;) {
-        ended += WatchWaiting();
+        if (IsAnyWaiting()) {
+            ended += TakeEndsOfWaiting();
+            WatchWaiting();
+        }
         if (followed_.IsEmpty()) return ended;
         auto left = std::max(std::chrono::milliseconds(0),
                              std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()));
         const bool isLast = left.count() == 0 || ended > 0;
         if (ended > 0) left = std::chrono::milliseconds(0);
-        if (watched_ == 0) { // no descriptor to be had: look after each at intervals
-            ended += TakeAllEnds();
-            if (ended > 0 || isLast) return ended;
-            ::usleep(
-                static_cast<useconds_t>(std::chrono::microseconds(std::min(left, unwatchedPause)).count()));
-            continue;
-        }
-        std::array<epoll_event, 64> events{};
         constexpr std::chrono::milliseconds longest{60'000};
+        left = std::min(left, IsAnyWaiting() ? waitingPause : longest);
+        std::array<epoll_event, 64> events{};
         const int count = ::epoll_wait(pollSet_, events.data(), static_cast<int>(events.size()),
-                                       static_cast<int>(std::min(left, longest).count()));
-        for (int index = 0; index < count; ++index)
-            ended += TakeEnd(std::to_string(events[static_cast<std::size_t>(index)].data.u64)) ? 1 : 0;
+                                       static_cast<int>(left.count()));
+        for (int index = 0; index < count; ++index) {
+            const std::uint64_t mark = events[static_cast<std::size_t>(index)].data.u64;
+            if (mark == timerMark) {
+                std::uint64_t expirations = 0;
+                [[maybe_unused]] const auto length = ::read(timer_, &expirations, sizeof expirations);
+            } else {
+                ended += TakeEnd(std::to_string(mark)) ? 1 : 0;
+            }
+        }
+        if (count < 0 && errno != EINTR) std::this_thread::sleep_for(left); // there is no poll set
         if (count <= 0 && isLast) return ended;
     }
 }

@@ -19,11 +19,12 @@ class Processes;
 
 namespace arvon::host {
 
-/// Starts programs and follows them to their end, without polling and without taking the end of any child
-/// that is not its own. Never ends a program.
+/// Starts programs and follows them to their end, without taking the end of any child that is not its own.
+/// Never ends a program.
 ///
-/// Each followed program has a descriptor of its own in one poll set, up to MaximumWatched of them; further
-/// ones are followed too and take over the descriptors of those that ended.
+/// Each followed program has a descriptor of its own in one poll set, so that nothing is polled. They take up
+/// at most half of what the process may open, which is raised to the system's limit when it is needed.
+/// Programs beyond that are looked after at short intervals until a descriptor is free for them.
 class ProcessFollower {
 public:
     /// Tells the end of a program to the one who had it started.
@@ -46,8 +47,6 @@ public:
     bool WaitForAll(std::optional<std::chrono::milliseconds> timeout);
     std::vector<model::Process> Snapshot() const;
 
-    static constexpr std::size_t MaximumWatched = 256;
-
 private:
     struct Followed {
         std::int64_t handle = 0;
@@ -56,14 +55,20 @@ private:
     };
 
     bool Watch(Followed& process);
-    std::size_t WatchWaiting();
+    bool HasRoomForDescriptor();
+    void WatchWaiting();
     bool TakeEnd(const std::string& key);
-    std::size_t TakeAllEnds();
+    std::size_t TakeEndsOfWaiting();
+    bool IsAnyWaiting() const { return watched_ < followed_.Count(); }
+    /// Makes the poll set readable at intervals while programs wait for a descriptor.
+    void SetTimer(bool isOn);
 
     Trace& trace_;
     platform::Processes& processes_;
     Complete complete_;
-    int pollSet_;
+    int pollSet_, timer_; // -1: the system had none to give
+    bool timerIsOn_ = false;
+    std::size_t room_ = 0;                // how many may be watched
     base::Collection<Followed> followed_; // keyed by process id
     std::size_t watched_ = 0;
 };

@@ -6,10 +6,12 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 namespace arvon::host::test {
@@ -198,16 +200,82 @@ TEST_F(Programs, LeaveNothingBehind) {
     EXPECT_THAT(Model().Processes(), IsEmpty());
 }
 
-TEST_F(Programs, AreFollowedAlsoWhenThereAreMoreThanDescriptorsForThem) {
-    constexpr std::size_t many = 300;
-    for (std::size_t index = 0; index < many; ++index)
+TEST_F(Programs, AreFollowedByTheHundredsAndToldOfAtOnce) {
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    rlimit low = before;
+    low.rlim_cur = 128; // more must be asked for
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &low), 0);
+    constexpr std::size_t many = 400;
+    for (std::size_t index = 0; index + 1 < many; ++index)
         Start("wait " + File("go"));
-    EXPECT_EQ(Model().Processes().size(), many);
+    Start("exit 0"); // behind all the others
+    WaitForEnds(1);
+    EXPECT_EQ(Model().Processes().size(), many - 1);
     Touch("go");
     EXPECT_TRUE(Host().WaitForProcesses(100s));
     EXPECT_EQ(events.size(), many);
     std::sort(events.begin(), events.end());
     EXPECT_EQ(std::unique(events.begin(), events.end()), events.end()); // each was told once
+    EXPECT_FALSE(IsReadable());
+    ::setrlimit(RLIMIT_NOFILE, &before);
+}
+
+/// More programs than a process may have descriptors for: in a process of its own, which cannot get back what
+/// it gives up.
+class FewDescriptors : public Programs {
+protected:
+    template <class Body> void InAProcessOfItsOwn(Body body) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            FollowAll();
+            body();
+            FinishAll();
+            std::_Exit(HasFailure() ? 1 : 0);
+        }
+        int status = -1;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
+
+private:
+    static constexpr rlim_t few = 64;
+
+    void FollowAll() {
+        const rlimit limit{few, few};
+        EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+        for (rlim_t index = 0; index < few; ++index)
+            Start("wait " + File("go"));
+        Start("wait " + File("first"));
+        EXPECT_EQ(Host().ProcessEvents(50ms), 0u);
+    }
+    void FinishAll() {
+        Touch("first");
+        Touch("go");
+        EXPECT_TRUE(Host().WaitForProcesses(60s));
+        EXPECT_EQ(events.size(), few + 1);
+        EXPECT_FALSE(IsReadable());
+    }
+};
+
+TEST_F(FewDescriptors, DoNotDelayTheEndOfAProgramThatHasNone) {
+    InAProcessOfItsOwn([this] {
+        Touch("first");
+        WaitForEnds(1);
+    });
+}
+
+TEST_F(FewDescriptors, WakeAnEventLoopForAProgramThatHasNone) {
+    InAProcessOfItsOwn([this] {
+        Touch("first");
+        for (int wakes = 0; wakes < 1000 && events.empty(); ++wakes) {
+            pollfd wanted{Host().PollDescriptor(), POLLIN, 0};
+            EXPECT_EQ(::poll(&wanted, 1, 10'000), 1);
+            Host().ProcessEvents();
+        }
+        EXPECT_EQ(events.size(), 1u);
+    });
 }
 
 TEST_F(Programs, WhoseEndSomebodyElseTookAwayCountAsEnded) {
