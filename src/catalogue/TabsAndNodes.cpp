@@ -96,6 +96,7 @@ void ToolMain::BuildToolNodes(std::string_view parentKey, bool useListedTools) {
             if (!IsShown(*tool, showAllTools)) continue;
             const std::string name = tool->Name();
             if (!useListedTools) m_colListedTools->Add(tool, name);
+            if (name.empty()) continue; // a node without a key could not be found again
             arvon::INodes& nodes = parent->Nodes();
             if (nodes.Item(name)) nodes.Remove(name);
             const std::shared_ptr<arvon::INode> node = nodes.Add(name, Self, 3, name, nullptr, true, 0);

@@ -78,6 +78,17 @@ TEST_F(TabsAndNodes, KeepOneNodeForListedToolsOfOneName) {
     EXPECT_EQ(NodeKeys(), Texts{"A"});
 }
 
+TEST_F(TabsAndNodes, AreNotMadeForToolsWithoutAName) {
+    LoadWith({{.name = "Pipes"}, {.name = "", .vrex = "V1"}, {.name = "", .vrex = "V2"}});
+    for (int round = 0; round < 3; ++round) {
+        Node("tabQRV", "nodTools", eventKind::Expanded);
+        EXPECT_EQ(NodeKeys(), Texts{"Pipes"});
+    }
+    Probe().BuildToolNodes("nodTools", false);
+    EXPECT_EQ(NodeKeys(), Texts{"Pipes"});
+    EXPECT_EQ(ListedNames(), (Texts{"Pipes", "", ""})); // listed they are
+}
+
 TEST_F(TabsAndNodes, AreNotMadeUnderAMissingParent) {
     LoadWith(tools);
     Probe().BuildToolNodes("nodOther", true);
