@@ -240,11 +240,36 @@ struct Fault {
 };
 
 /// One library that is broken in one way, under the name of a tool of the suite.
-class FaultyTools : public InProcessTools, public testing::WithParamInterface<Fault> {};
+class FaultyTool : public InProcessTools {
+protected:
+    void Install(const std::string& library) const {
+        std::filesystem::copy_file(std::string(KVTM_FAULTY_TOOLS) + "/" + library + ".dll",
+                                   Quarra("Vn21/Vn21.dll"),
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+};
+
+TEST_F(FaultyTool, ThatThrowsAtMessagesAndAtUnloadingHarmsNobodyElse) {
+    Install("ThrowsLater");
+    ASSERT_TRUE(Load("Beam & Frame")) << host.ProblemOf("Beam & Frame");
+    ASSERT_TRUE(Load("Unit Converter"));
+    EXPECT_EQ(Ask("ThrowsLater", "Calculate"), "");
+    Tell("ThrowsLater", "Tool_Load", {});
+    const std::string thrown = "the listener \"ThrowsLater\" threw: thrown out of ReceiveMessage";
+    EXPECT_THAT(host.Problems(), ElementsAre(thrown, thrown));
+
+    host.UnloadTool("Beam & Frame");
+    EXPECT_THAT(host.Problems(),
+                ElementsAre(thrown, thrown, "tool \"Beam & Frame\" failed to unload: thrown out of Unload"));
+    EXPECT_THAT(host.Model().Listeners(), Not(testing::Contains("ThrowsLater")));
+    ASSERT_EQ(host.Model().Loaded().size(), 1U);
+    EXPECT_EQ(Ask("Qx07", "Convert", {Text("Value", "2"), Text("From", "m"), Text("To", "mm")}), "2000");
+}
+
+class FaultyTools : public FaultyTool, public testing::WithParamInterface<Fault> {};
 
 TEST_P(FaultyTools, AreRefusedByTheHost) {
-    std::filesystem::copy_file(std::string(KVTM_FAULTY_TOOLS) + "/" + GetParam().library + ".dll",
-                               Quarra("Vn21/Vn21.dll"), std::filesystem::copy_options::overwrite_existing);
+    Install(GetParam().library);
     EXPECT_FALSE(Load("Beam & Frame"));
     EXPECT_THAT(host.ProblemOf("Beam & Frame"), HasSubstr(GetParam().reason));
     EXPECT_THAT(host.Model().Loaded(), IsEmpty());
@@ -254,6 +279,7 @@ TEST_P(FaultyTools, AreRefusedByTheHost) {
 INSTANTIATE_TEST_SUITE_P(EachFault, FaultyTools,
                          testing::Values(Fault{"NoEntryPoint", "has no entry point"},
                                          Fault{"MakesNothing", "made no tool"},
+                                         Fault{"DeclinesToLoad", "declined"},
                                          Fault{"ThrowsWhileLoading", "the licence file is missing"}),
                          [](const auto& test) { return std::string(test.param.library); });
 
