@@ -36,18 +36,37 @@ bool IsIncomplete(std::string_view xpath) {
     return TrimWhiteSpace(bare).ends_with('|') || bare.find("///") != std::string::npos;
 }
 
+/// Whether a predicate may look beyond what it filters, at the text of the whole document.
+bool LooksBeyondInPredicate(std::string_view bare) {
+    int depth = 0;
+    for (std::size_t at = 0; at < bare.size(); ++at) {
+        const std::string_view rest = bare.substr(at);
+        if (rest.front() == '[') ++depth;
+        if (rest.front() == ']') --depth;
+        if (depth <= 0) continue;
+        if (rest.front() == '/') return true;
+        for (const std::string_view beyond : {"..", "::", "id"})
+            if (rest.starts_with(beyond)) return true;
+    }
+    return false;
+}
+
+/// Whether one of the alternatives goes down into everything below more than once.
+bool DescendsTwice(std::string_view bare) {
+    for (const std::string& alternative : Split(bare, '|'))
+        if (alternative.find("//") != alternative.rfind("//")) return true;
+    return false;
+}
+
 /// How many steps an expression may take on a document of that many nodes. Where the library joins sets that
 /// can hold the same nodes, it looks for each node among all others: every step may then cost as many
 /// comparisons as there are nodes.
-unsigned long AllowedSteps(std::string_view xpath, unsigned long nodes) {
-    constexpr unsigned long comparisons = 2'000'000'000;
-    const std::string bare = WithoutLiterals(xpath);
+unsigned long AllowedSteps(std::string_view bare, unsigned long nodes) {
+    constexpr unsigned long comparisons = 1'000'000'000;
     const auto has = [&bare](std::string_view part) { return bare.find(part) != std::string::npos; };
-    const bool reachesFar = has("ancestor") || has("following") || has("preceding");
-    const bool descendsTwice = has("//") && bare.find("//") != bare.rfind("//");
-    const bool joins = reachesFar || descendsTwice || has("|") || has("..") || has("::");
-    if (!joins) return 10'000'000 + 32 * nodes;
-    return std::max((reachesFar ? 1 : 16) * nodes, comparisons / (nodes + 1000));
+    if (has("..") || has("::") || DescendsTwice(bare)) return comparisons / (nodes + 1000);
+    if (has("|")) return std::max(16 * nodes, comparisons / (nodes + 1000));
+    return 10'000'000 + 32 * nodes;
 }
 
 const char* ReasonOf(int error) {
@@ -107,6 +126,28 @@ XmlSelection::XmlSelection(xmlDoc* document) : document_(document) {
         ++nodes_;
 }
 
+unsigned long XmlSelection::CostOfWholeText() const {
+    constexpr std::size_t bytesPerNode = 64; // that take as long to copy as a node to visit
+    unsigned long cost = 0;
+    auto* top = reinterpret_cast<xmlNode*>(document_);
+    for (xmlNode* node = top; node; node = NextInTree(node, top)) {
+        ++cost;
+        const bool hasContent = node->type != XML_ELEMENT_NODE && node->type != XML_DOCUMENT_NODE;
+        if (hasContent && node->content) cost += ViewOf(node->content).size() / bytesPerNode;
+    }
+    return cost;
+}
+
+/// The library does not count what it takes to gather a node's text: where each of many nodes may have the
+/// whole document's gathered, the steps are bounded by that.
+unsigned long XmlSelection::AllowedStepsFor(const std::string& xpath) const {
+    constexpr unsigned long gathered = 20'000'000; // nodes
+    const std::string bare = WithoutLiterals(xpath);
+    const unsigned long allowed = AllowedSteps(bare, nodes_);
+    if (!LooksBeyondInPredicate(bare)) return allowed;
+    return std::min(allowed, gathered / (CostOfWholeText() + 100));
+}
+
 xmlXPathContext& XmlSelection::ReadyContext(const std::string& xpath) {
     if (!context_) {
         context_.reset(xmlXPathNewContext(document_));
@@ -116,7 +157,7 @@ xmlXPathContext& XmlSelection::ReadyContext(const std::string& xpath) {
     }
     fault_.clear();
     context_->opCount = 0;
-    context_->opLimit = AllowedSteps(xpath, nodes_);
+    context_->opLimit = AllowedStepsFor(xpath);
     return *context_;
 }
 
@@ -144,7 +185,11 @@ std::vector<xmlNode*> XmlSelection::Select(xmlNode* node, const std::string& xpa
         xmlXPathCtxtCompile(&context, XmlText(xpath.c_str())));
     if (!expression) Refuse(xpath, fault_.empty() ? "it is malformed" : fault_);
     const std::unique_ptr<xmlXPathObject, Free> object(xmlXPathCompiledEval(expression.get(), &context));
-    if (!object || !fault_.empty()) Refuse(xpath, fault_.empty() ? "it cannot be evaluated" : fault_);
+    if (!object || !fault_.empty()) {
+        if (fault_.empty() && context.opCount >= context.opLimit)
+            fault_ = ReasonOf(XPATH_OP_LIMIT_EXCEEDED); // which is not always told
+        Refuse(xpath, fault_.empty() ? "it cannot be evaluated" : fault_);
+    }
     if (object->type != XPATH_NODESET)
         Refuse(xpath, std::string("it gives ") + KindOf(*object) + " where nodes are wanted");
 

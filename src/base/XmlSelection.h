@@ -26,6 +26,9 @@ private:
         void operator()(xmlXPathObject* object) const { xmlXPathFreeObject(object); }
     };
 
+    /// What gathering the text of the whole document takes, in nodes visited.
+    unsigned long CostOfWholeText() const;
+    unsigned long AllowedStepsFor(const std::string& xpath) const;
     xmlXPathContext& ReadyContext(const std::string& xpath);
     [[noreturn]] void Refuse(const std::string& xpath, const std::string& reason);
 
