@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing for a purpose; does nothing, quickly, when all are there.
 #
-#   cmake/setup.sh build     to build and run the console
+#   cmake/setup.sh build     to build and run the desktop and the console
 #   cmake/setup.sh test      ... and to run ./test
 #   cmake/setup.sh bench     ... and to run the benchmarks
 #
@@ -11,11 +11,12 @@ set -euo pipefail
 say() { printf 'setup: %s\n' "$*" >&2; }
 
 packages=(g++ cmake ninja-build pkg-config libxml2-dev libcups2-dev libcli11-dev nlohmann-json3-dev libedit-dev
+          qt6-base-dev
           binutils-mingw-w64-x86-64 libgtest-dev libgmock-dev)
 case "${1:-}" in
   build) ;;
-  test)  packages+=(clang-format cups-daemon) ;;
-  bench) packages+=(libbenchmark-dev qt6-base-dev libglib2.0-dev libkf5config-dev) ;;
+  test)  packages+=(clang-format cups-daemon xvfb xauth fonts-dejavu-core) ;;
+  bench) packages+=(libbenchmark-dev libglib2.0-dev libkf5config-dev) ;;
   *)     say "expected build, test or bench, found \"${1:-}\""; exit 2 ;;
 esac
 

@@ -105,8 +105,6 @@ inline constexpr const char* Newer = "Newer versions of installed programs";
 inline constexpr const char* NothingNew = "There are no new programs.";
 inline constexpr const char* NothingNewer = "All installed programs are up to date.";
 inline constexpr const char* Unreadable = "What the updates component offers cannot be read: %1";
-inline constexpr const char* Installed = "Installed";
-inline constexpr const char* Description = "Description";
 } // namespace updates
 
 inline QString Of(const char* own) {
