@@ -2,6 +2,9 @@
 
 #include "desktop/QtText.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace desktop::test {
 
 Peer::Peer() = default;
@@ -105,6 +108,11 @@ void TakePictures(QWidget& widget, const QString& name) {
         widget.grab().save(folder + "/controls-" + name + (dark ? "-dark.png" : ".png"));
     }
     UseDarkColours(false);
+}
+
+double WorkClock::Restart() {
+    const std::clock_t before = std::exchange(start_, std::clock());
+    return 1000.0 * static_cast<double>(start_ - before) / CLOCKS_PER_SEC;
 }
 
 bool WaitUntil(const std::function<bool()>& isSo) {

@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <map>
 #include <memory>
 #include <span>
@@ -59,6 +60,14 @@ QStringList Unnamed(const QWidget& widget);
 /// without it.
 void TakePictures(QWidget& widget, const QString& name);
 void UseDarkColours(bool dark);
+/// Milliseconds of processor time that this program took since the making: what else runs does not count.
+class WorkClock {
+public:
+    double Restart();
+
+private:
+    std::clock_t start_ = std::clock();
+};
 /// Waits, with events going on, until `isSo`; false after five seconds.
 bool WaitUntil(const std::function<bool()>& isSo);
 

@@ -223,11 +223,10 @@ TEST_F(RecorderTest, AFilterOverAFullTraceAnswersAtOnce) {
     large.Append(full.Take());
     TraceFilter filter;
     filter.setSourceModel(&large);
-    QElapsedTimer clock;
-    clock.start();
+    WorkClock clock;
     filter.SetText("option9999");
     EXPECT_EQ(filter.rowCount(), 1);
-    EXPECT_LT(clock.elapsed(), 500);
+    EXPECT_LT(clock.Restart(), 500);
 }
 
 TEST(ConsoleWord, ReadsBackAsTheConsoleReadsWords) {
@@ -280,7 +279,11 @@ TEST(ConsoleLine, WhatNoShorterCommandSaysIsSentAsItsXml) {
     mode.mode = 1;
     EXPECT_THAT(*ConsoleLine(mode), HasSubstr("Mode=\"1\""));
     EXPECT_THAT(*ConsoleLine(With(Event(arvon::EventObject::Task, "tskUpdateTool"), "Flag", "True")),
-                HasSubstr("message 1 "));
+                HasSubstr("event 5 tskUpdateTool Flag=True"));
+    MessageRecord leveled = Event(arvon::EventObject::Menu, "Other");
+    leveled.source = "Zarn11";
+    leveled.level = 9;
+    EXPECT_THAT(*ConsoleLine(leveled), HasSubstr("message 1 "));
     MessageRecord custom = Request("");
     custom.kind = MessageRecord::Kind::Custom;
     custom.type = 7;
