@@ -55,7 +55,7 @@ inline constexpr const char* Empty = "(none)";
 inline constexpr const char* Unprintable = "%1 holds a character that cannot be saved (code %2).";
 inline constexpr const char* NoLanguage =
     "%1: expected the number of a language, such as 1033, found \u201c%2\u201d.";
-inline constexpr const char* NoNumber = "This was a number (%1), and is none now. Numbers have a point: 2.5";
+inline constexpr const char* NoNumber = "This was a number (%1), and is none now.";
 inline constexpr const char* NoChange = "Nothing is changed";
 inline constexpr const char* OneChange = "1 option changed";
 inline constexpr const char* Changes = "%1 options changed";

@@ -139,7 +139,7 @@ OptionRow::OptionRow(OptionRowSource source, int labelWidth) : source_(std::move
     grid->addWidget(label_, 0, 1);
     grid->addWidget(editor_, 0, 2);
     grid->addWidget(reset_, 0, 3);
-    grid->addWidget(notice_, 1, 2, 1, 2);
+    grid->addWidget(notice_, 1, 1, 1, 3);
     grid->setColumnStretch(2, 1);
     SetLabelWidth(labelWidth);
     Refresh();

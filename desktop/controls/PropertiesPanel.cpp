@@ -50,11 +50,13 @@ const KnownAttribute* Known(std::string_view name) {
     return found == knownAttributes.end() ? nullptr : &*found;
 }
 
-/// The record's attributes, the known ones first and in their order; the name and empty ones left out.
+/// The record's attributes, the known ones first and in their order; those that say nothing left out.
 std::vector<std::pair<std::string, std::string>> InOrder(const base::XmlNode& record) {
     auto attributes = record.Attributes();
-    std::erase_if(attributes,
-                  [](const auto& entry) { return entry.first == "Name" || entry.second.empty(); });
+    std::erase_if(attributes, [](const auto& entry) {
+        const auto& [name, value] = entry;
+        return name == "Name" || value.empty() || (name == "Kind" && value == "0");
+    });
     std::ranges::stable_sort(attributes, {}, [](const auto& entry) {
         const KnownAttribute* known = Known(entry.first);
         return known ? known - knownAttributes.data() : std::ptrdiff_t{knownAttributes.size()};

@@ -15,6 +15,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QShowEvent>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -70,8 +71,10 @@ struct OfferPage {
         table->setVisible(any);
         message->setVisible(!any);
         if (!any) return;
-        for (int column = 0; column < UpdateOffers::Description; ++column)
+        for (int column = 0; column < UpdateOffers::Description; ++column) {
             table->resizeColumnToContents(column);
+            table->setColumnWidth(column, table->columnWidth(column) + 12);
+        }
         if (!table->currentIndex().isValid()) table->setCurrentIndex(offers.index(0, 0));
     }
 };
@@ -126,6 +129,7 @@ public:
     void Retranslate() {
         setAccessibleName(text::Of(services_, text::resource::Updates, text::updates::Panel));
         tabs_->setAccessibleName(accessibleName());
+        tabs_->tabBar()->setAccessibleName(accessibleName());
         updates_.table->setAccessibleName(Text(text::updates::Updates));
         new_.table->setAccessibleName(Text(text::updates::New));
         const QString format =

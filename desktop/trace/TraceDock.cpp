@@ -112,7 +112,7 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
     tree_->setAlternatingRowColors(true);
     tree_->setAllColumnsShowFocus(true);
     tree_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    constexpr std::array<int, TraceModel::Columns> widths{230, 65, 80, 80, 240, 120, 80, 140};
+    constexpr std::array<int, TraceModel::Columns> widths{220, 65, 75, 75, 75, 130, 240, 160};
     for (int column = 0; column < TraceModel::Columns; ++column)
         tree_->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
     details_->setObjectName("details");
@@ -127,7 +127,7 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
     sides->addWidget(details_);
     sides->setStretchFactor(0, 3);
     sides->setStretchFactor(1, 1);
-    sides->setSizes({720, 240});
+    sides->setSizes({800, 240});
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(4, 4, 4, 4);
     column->addLayout(MakeBar());

@@ -41,7 +41,10 @@ QString OneLine(const QString& text) {
 QString NameOf(const MessageRecord& message) {
     if (message.kind == MessageRecord::Kind::Custom) return QString("message %1").arg(message.type);
     const QString kind = message.kind == MessageRecord::Kind::Request ? "request" : "event";
-    return message.name.empty() ? kind : kind + ' ' + OneLine(ToQt(message.name));
+    if (message.name.empty()) return kind;
+    const QString name = kind + ' ' + OneLine(ToQt(message.name));
+    const bool hasKind = message.kind == MessageRecord::Kind::Event && message.category != 0;
+    return hasKind ? name + QString(" (%1)").arg(message.category) : name;
 }
 
 QString ParametersOf(const MessageRecord& message) {

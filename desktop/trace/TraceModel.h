@@ -13,7 +13,7 @@ namespace desktop {
 /// The recorded deliveries as a tree. The oldest go when there are more than the limits allow.
 class TraceModel final : public QAbstractItemModel {
 public:
-    enum Column { Message, Direction, From, To, Parameters, Reply, Duration, State, Columns };
+    enum Column { Message, Direction, From, To, Duration, State, Parameters, Reply, Columns };
 
     TraceModel(TraceLimits limits, QIcon warning, QIcon error);
 

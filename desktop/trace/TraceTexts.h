@@ -25,8 +25,8 @@ inline constexpr const char* Bound = "%1 messages; the newest %2 are kept";
 inline constexpr const char* Dropped = "%1 messages; older ones were dropped (the newest %2 are kept)";
 inline constexpr const char* Paused = "paused";
 
-inline constexpr const char* Columns[] = {"Message",    "Direction", "From", "To",
-                                          "Parameters", "Reply",     "Time", "State"};
+inline constexpr const char* Columns[] = {"Message", "Direction", "From",       "To",
+                                          "Time",    "State",     "Parameters", "Reply"};
 inline constexpr const char* In = "in";
 inline constexpr const char* Out = "out";
 inline constexpr const char* Past = "past";
