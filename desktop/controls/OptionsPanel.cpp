@@ -19,6 +19,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <array>
@@ -234,7 +235,10 @@ void OptionsPanel::Accept() {
     Ask("UpdateOptions", parameters);
     if (!self) return;
     sending_ = false;
-    Load(options);
+    // where the window stays, it goes on from what was sent
+    QTimer::singleShot(0, this, [this, options] {
+        if (isVisible()) Load(options);
+    });
 }
 
 void OptionsPanel::Cancel() {

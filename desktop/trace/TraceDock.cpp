@@ -36,14 +36,11 @@ QString Text(const char* own) {
     return QString::fromUtf8(own);
 }
 
-QToolButton* Button(const char* objectName, const char* caption, const char* hint,
-                    QStyle::StandardPixmap icon) {
+QToolButton* Button(const char* objectName, const char* caption, const char* hint) {
     auto* button = new QToolButton;
     button->setObjectName(objectName);
     button->setText(Text(caption));
-    button->setIcon(QApplication::style()->standardIcon(icon));
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setAutoRaise(true);
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::StrongFocus);
     button->setAccessibleName(Text(caption).remove('&'));
     button->setAccessibleDescription(Text(hint));
@@ -100,9 +97,9 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
                        }),
       model_(limits_, QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning),
              QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical)),
-      pause_(Button("pause", text::trace::Pause, text::trace::PauseHint, QStyle::SP_MediaPause)),
-      clear_(Button("clear", text::trace::Clear, text::trace::ClearHint, QStyle::SP_TrashIcon)),
-      copy_(Button("copy", text::trace::Copy, text::trace::CopyHint, QStyle::SP_FileIcon)) {
+      pause_(Button("pause", text::trace::Pause, text::trace::PauseHint)),
+      clear_(Button("clear", text::trace::Clear, text::trace::ClearHint)),
+      copy_(Button("copy", text::trace::Copy, text::trace::CopyHint)) {
     due_.setSingleShot(true);
     filter_.setSourceModel(&model_);
     tree_->setObjectName("messages");

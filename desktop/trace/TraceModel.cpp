@@ -18,6 +18,7 @@ using arvon::host::MessageRecord;
 namespace {
 
 constexpr qsizetype shownCharacters = 300;
+constexpr qsizetype detailCharacters = 100'000;
 
 QString Text(const char* own) {
     return QString::fromUtf8(own);
@@ -236,7 +237,7 @@ QString TraceModel::DetailsOf(const TraceNode& node) {
     for (const auto& parameter : message.parameters)
         details += "\n" + ToQt(parameter.name) + " = " + ValueText(parameter.value);
     if (!message.reply.empty()) details += "\n\n\u21D0 " + ToQt(message.reply);
-    return details;
+    return details.size() > detailCharacters ? details.left(detailCharacters) + QChar(0x2026) : details;
 }
 
 void TraceFilter::SetText(const QString& text) {

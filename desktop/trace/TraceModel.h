@@ -27,7 +27,7 @@ public:
     static const TraceNode* NodeAt(const QModelIndex& index);
     const TraceNode& RootAt(int row) const { return *roots_[static_cast<std::size_t>(row)]; }
 
-    /// Everything about a delivery, for reading.
+    /// Everything about a delivery, for reading; the first 100,000 characters.
     static QString DetailsOf(const TraceNode& node);
     static QString StateOf(const TraceNode& node);
 

@@ -145,6 +145,15 @@ TEST_F(OptionsPanelTest, ASecondOkFromInsideTheFirstIsNone) {
     EXPECT_EQ(peer.Of("UpdateOptions").size(), 1U);
 }
 
+TEST_F(OptionsPanelTest, WhereTheWindowStaysItGoesOnFromWhatWasSent) {
+    Open(small);
+    QTest::keyClicks(&Part<QLineEdit>("txtGridSpacing"), "1");
+    Click(Part<QPushButton>("ok"));
+    EXPECT_TRUE(WaitUntil([this] { return Part<QLabel>("state").text().isEmpty(); }));
+    EXPECT_EQ(Part<QLineEdit>("txtGridSpacing").text(), "12.5");
+    EXPECT_FALSE(Part<QPushButton>("resetPage").isEnabled());
+}
+
 TEST_F(OptionsPanelTest, CancelChangesNothingAndClosesTheView) {
     Open(small);
     Click(Part<QCheckBox>("chkSnapToGrid"));

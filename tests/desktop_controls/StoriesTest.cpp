@@ -189,6 +189,7 @@ TEST_F(StoriesTest, ACopiedSessionRunsAgainInTheConsole) {
     pages.setCurrentIndex(pages.model()->index(2, 0));
     QTest::keyClicks(&Child<QLineEdit>(panel, "txtGridSpacing"), "it's \"5\"");
     Click(Child<QPushButton>(panel, "ok"));
+    panel.hide();
     host->SendMessage(2, "no request at all");
     host->WaitForProcesses(std::chrono::seconds(20));
 
