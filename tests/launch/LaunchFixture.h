@@ -82,6 +82,7 @@ protected:
 
     /// Name, category and level of the events that the component sent: "Tool_Load 1 9".
     const Strings& SentHeads() const { return heads_.heads; }
+    void ForgetHeads() { heads_.heads.clear(); }
 
     /// The menu items of tools that can be clicked.
     Strings EnabledToolItems() const {
