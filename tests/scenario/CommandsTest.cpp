@@ -163,10 +163,107 @@ TEST_F(Commands, ListenAnswersUntilUnlisten) {
     EXPECT_THAT(Run("listen A\nunlisten A\nshow listeners\n").State("listeners"), Not(Contains("A")));
 }
 
-TEST_F(Commands, SetTheHostBeforeLoad) {
-    const Transcript run =
-        Run("task-permission 'Can Launch' Layout\nlanguage ''\nlanguage English\nrefuse Layout\nload\n");
+TEST_F(Commands, TaskPermissionEnablesTheButtonsOfATool) {
+    const auto enabled = [this](const std::string& permissions) {
+        std::vector<std::string> buttons;
+        const Transcript run = Run(permissions + "load\nnode nodTools 14\nnode Layout\nrequest Initialize\n");
+        for (const Json& call : run.Of("call"))
+            if (call.at("operation") == "Control.Set") buttons.push_back(call.at("arguments").dump());
+        return buttons;
+    };
+    EXPECT_THAT(enabled(""),
+                ElementsAre(R"(["GetUpdateButton.Enabled",false])", R"(["GetLaunchButton.Enabled",false])"));
+    EXPECT_THAT(enabled("task-permission 'Can Launch' Layout\ntask-permission 'Can Update' Other\n"),
+                ElementsAre(R"(["GetUpdateButton.Enabled",false])", R"(["GetLaunchButton.Enabled",true])"));
+}
+
+TEST_F(Commands, TaskLaunchesRemovesEditsOrUpdatesTheCurrentRow) {
+    const Transcript run = Run("load\nitem 'Unit Converter' 5\ntask tskLaunchTool\nshow loaded\n"
+                               "task tskEditTool\ntask tskAddTool\ntask tskUpdateTool\n"
+                               "item 'Remote Assistance' 5\ntask tskRemoveTool\nshow tools\n");
     EXPECT_EQ(run.ExitStatus(), 0);
+    EXPECT_THAT(run.Reports(), IsEmpty());
+    EXPECT_THAT(Column(run.State("loaded"), "name"), ElementsAre("Unit Converter"));
+    std::vector<std::string> edited;
+    for (const Json& call : run.Of("call"))
+        if (call.at("operation") == "Tools.Edit") edited.push_back(call.at("arguments").dump());
+    EXPECT_THAT(edited, ElementsAre(R"(["Unit Converter","HandleTaskEvent"])"));
+    std::vector<std::string> flags;
+    for (const Json& request : run.Messages("ShowUpdates"))
+        flags.push_back(request.at("parameters").front().at("value"));
+    EXPECT_THAT(flags, ElementsAre("True", "False"));
+    EXPECT_THAT(run.Boxes(), ElementsAre(StartsWith("Only programs whose Program Type is ")));
+    EXPECT_THAT(Column(run.State("tools"), "Name"), Contains("Remote Assistance"));
+}
+
+TEST_F(Commands, ItemMakesTheRowTheCurrentOneAndOpensIt) {
+    const Transcript run = Run("load\ntask tskLaunchTool\nshow loaded\nitem 'Unit Converter'\nshow loaded\n");
+    EXPECT_THAT(run.Of("state").front().at("value"), IsEmpty()); // no row was current
+    EXPECT_THAT(Column(run.State("loaded"), "name"), ElementsAre("Unit Converter"));
+}
+
+TEST_F(Commands, EventOfAProgramThatNobodyStartedIsToldAllTheSame) {
+    const Transcript run =
+        Run("load\nlisten Zarn11\n"
+            "event 0 ShellProcessComplete sApplicationNameAndPath=x\\Jx399.exe lProcessID=12\n"
+            "event 0 ShellProcessComplete lProcessID=0\nevent 7 Anything\n");
+    ASSERT_THAT(run.Messages("Tool_UnLoad"), SizeIs(1));
+    const Json parameters = run.Messages("Tool_UnLoad").front().at("parameters");
+    EXPECT_EQ(Find(parameters, "name", "vrex").at("value"), "Jx399");
+    EXPECT_EQ(Find(parameters, "name", "ProcessID").at("value"), 12);
+}
+
+TEST_F(Commands, CloseTakesAWindowAwayAndLeavesItsView) {
+    const Transcript run =
+        Run("load\nmenu mnuToolOptions\nshow windows\nclose ocxToolOptions\nshow windows\nshow views\n");
+    EXPECT_EQ(run.ExitStatus(), 0);
+    EXPECT_THAT(Column(run.Of("state").front().at("value"), "key"), ElementsAre("ocxToolOptions"));
+    EXPECT_THAT(run.State("windows"), IsEmpty());
+    EXPECT_THAT(Column(run.State("views"), "key"), Contains("lvTools"));
+}
+
+TEST_F(Commands, UnloadToolAsksTheToolManagerAndClosesTheTool) {
+    const Transcript run =
+        Run("load\nitem 'Beam & Frame'\nrequest LoadedVantors\nunload-tool 'Beam & Frame'\nshow loaded\n"
+            "request LoadedVantors\nitem 'Unit Converter'\nunload-tool Qx07\nshow loaded\n");
+    EXPECT_EQ(run.ExitStatus(), 0);
+    EXPECT_THAT(run.Replies(), ElementsAre("True", "Beam & Frame", ""));
+    EXPECT_THAT(run.Messages("UnloadTool"), SizeIs(2));
+    EXPECT_THAT(run.State("loaded"), IsEmpty());
+}
+
+TEST_F(Commands, RefuseKeepsAToolOutUnderAnyOfItsNames) {
+    for (const char* name : {"'Unit Converter'", "Qx07", "UNI07"}) {
+        const Transcript run = Run(std::string("refuse ") + name +
+                                   "\nload\nitem 'Unit Converter'\n"
+                                   "request LaunchTool ToolName='Unit Converter'\nshow loaded\n");
+        EXPECT_THAT(run.State("loaded"), IsEmpty()) << name;
+        EXPECT_EQ(run.Replies().back(), "-1") << name;
+        EXPECT_THAT(run.Boxes(), SizeIs(2)) << name;
+    }
+}
+
+TEST_F(Commands, LanguageIsTheAnswerToTheNextSwitchAlone) {
+    const std::string update = "request UpdateOptions 'Options=<Options><Option><Name>cmbLanguage</Name>"
+                               "<Value>LANGUAGE</Value></Option></Options>'\n";
+    const auto updateTo = [&](const std::string& language) {
+        std::string request = update;
+        return request.replace(request.find("LANGUAGE"), 8, language);
+    };
+    const Transcript run = Run("load\nlanguage Polski\n" + updateTo("1045") + "request GetResourcePath\n" +
+                               "language ''\n" + updateTo("1031") + "request GetResourcePath\n");
+    EXPECT_THAT(run.Boxes(), SizeIs(2));
+    const std::vector<std::string> replies = run.Replies();
+    ASSERT_THAT(replies, SizeIs(5));
+    EXPECT_EQ(replies[2], R"(C:\QUARRA\Arvon\resources\1045)");
+    EXPECT_EQ(replies[4], R"(C:\QUARRA\Arvon\resources\1045)");
+}
+
+TEST_F(Commands, QuitLeavesTheRestUndone) {
+    const Transcript run = Run("load\nquit\nmenu mnuX\n");
+    EXPECT_EQ(run.ExitStatus(), 0);
+    EXPECT_THAT(run.Errors(), IsEmpty());
+    EXPECT_EQ(run.Of("done").size(), 2u);
 }
 
 TEST_F(Commands, HelpExplainsAllOrOne) {
