@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/QtText.h"
 #include "desktop/controls/ControlObject.h"
 
 /// The control library's own texts, and the string resources that it shows.
@@ -56,7 +57,6 @@ inline constexpr const char* Unprintable = "%1 holds a character that cannot be 
 inline constexpr const char* NoLanguage =
     "%1: expected the number of a language, such as 1033, found \u201c%2\u201d.";
 inline constexpr const char* NoNumber = "This was a number (%1), and is none now.";
-inline constexpr const char* NoChange = "Nothing is changed";
 inline constexpr const char* OneChange = "1 option changed";
 inline constexpr const char* Changes = "%1 options changed";
 } // namespace options
@@ -96,7 +96,7 @@ inline constexpr int Classification = 1033;
 /// The string resource, or the own text where there is none.
 inline QString Of(const ControlServices& services, int id, const char* own) {
     const QString found = services.text ? services.text(id) : QString();
-    return found.isEmpty() ? QString::fromUtf8(own) : found;
+    return found.isEmpty() ? ToQt(own) : found;
 }
 
 } // namespace desktop::text

@@ -96,8 +96,7 @@ bool IsOn(std::string_view value) {
 OptionChoices ChoicesOfOption(std::string_view name) {
     OptionChoices choices;
     for (const KnownValue& known : knownValues)
-        if (known.option == name)
-            choices.values.push_back({std::string(known.value), QString::fromUtf8(known.label)});
+        if (known.option == name) choices.values.push_back({std::string(known.value), ToQt(known.label)});
     choices.closed = std::ranges::find(closedOptions, name) != closedOptions.end();
     return choices;
 }
@@ -106,7 +105,7 @@ QString LabelOfValue(std::string_view optionName, std::string_view value) {
     const auto known = std::ranges::find_if(knownValues, [&](const KnownValue& entry) {
         return entry.option == optionName && entry.value == value;
     });
-    return known == knownValues.end() ? ToQt(value) : QString::fromUtf8(known->label);
+    return known == knownValues.end() ? ToQt(value) : ToQt(known->label);
 }
 
 } // namespace desktop

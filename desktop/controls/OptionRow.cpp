@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "desktop/QtText.h"
 #include "desktop/controls/ControlTexts.h"
+#include "desktop/controls/Parts.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -25,20 +26,6 @@ namespace {
 
 constexpr qsizetype longText = 2000; // characters from which a line is shown as several
 constexpr int highestChoice = 9;     // of a radio option whose value is a number
-
-QLabel* PlainLabel(const QString& text, Qt::Alignment alignment = Qt::AlignLeading | Qt::AlignVCenter) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setAlignment(alignment);
-    return label;
-}
-
-void KeepPlace(QWidget& widget) {
-    QSizePolicy policy = widget.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget.setSizePolicy(policy);
-}
 
 /// The wheel scrolls the page; it changes a value only where the user is.
 class WheelGuard final : public QObject {
@@ -80,10 +67,10 @@ OptionChoices WithOwn(OptionChoices choices, const OptionField& field) {
             std::ranges::any_of(choices.values, [&](const auto& entry) { return entry.value == own; });
         if (known) continue;
         const QString label = field.name == optionName::DefaultPrinter && !own.empty() && choices.closed
-                                  ? QString::fromUtf8(text::options::NotInstalled).arg(ToQt(own))
+                                  ? ToQt(text::options::NotInstalled).arg(ToQt(own))
                                   : LabelOfValue(field.name, own);
         const bool nameless = label.isEmpty() && choices.closed;
-        choices.values.push_back({own, nameless ? QString::fromUtf8(text::options::Empty) : label});
+        choices.values.push_back({own, nameless ? ToQt(text::options::Empty) : label});
     }
     return choices;
 }
@@ -100,7 +87,7 @@ OptionRow::OptionRow(OptionRowSource source, int labelWidth) : source_(std::move
         MakeNote(field, *grid);
         return;
     }
-    marker_ = PlainLabel(QString());
+    marker_ = PlainLabel();
     marker_->setFixedWidth(fontMetrics().horizontalAdvance(QChar(0x25CF)) + 2);
     marker_->setForegroundRole(QPalette::Highlight);
     KeepPlace(*marker_);
@@ -118,23 +105,15 @@ OptionRow::OptionRow(OptionRowSource source, int labelWidth) : source_(std::move
     reset_->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
     reset_->setAutoRaise(true);
     reset_->setFocusPolicy(Qt::StrongFocus);
-    reset_->setAccessibleName(QString::fromUtf8(text::options::ResetOne).arg(field.label));
-    reset_->setToolTip(
-        QString::fromUtf8(text::options::ResetOneHint).arg(ToQt(field.original).left(200)).toHtmlEscaped());
+    reset_->setAccessibleName(ToQt(text::options::ResetOne).arg(field.label));
+    reset_->setToolTip(ToQt(text::options::ResetOneHint).arg(ToQt(field.original).left(200)).toHtmlEscaped());
     KeepPlace(*reset_);
     connect(reset_, &QToolButton::clicked, this, [this] {
         FocusEditor();
         source_.reset();
     });
 
-    notice_ = new QWidget;
-    noticeIcon_ = new QLabel;
-    noticeText_ = PlainLabel(QString());
-    auto* notice = new QHBoxLayout(notice_);
-    notice->setContentsMargins(0, 0, 0, 0);
-    notice->addWidget(noticeIcon_, 0, Qt::AlignTop);
-    notice->addWidget(noticeText_, 1);
-
+    notice_ = new Notice;
     grid->addWidget(marker_, 0, 0);
     grid->addWidget(label_, 0, 1);
     grid->addWidget(editor_, 0, 2);
@@ -286,8 +265,8 @@ void OptionRow::Refresh() {
     label_->setFont(font);
     if (field.kind == OptionKind::Check || field.radioGroup >= 0) editor_->setFont(font);
     QString description =
-        changed ? QString::fromUtf8(text::options::Changed).arg(ToQt(field.original).left(200)) : QString();
-    if (!field.editable) description = QString::fromUtf8(text::options::NoPlace);
+        changed ? ToQt(text::options::Changed).arg(ToQt(field.original).left(200)) : QString();
+    if (!field.editable) description = ToQt(text::options::NoPlace);
     marker_->setAccessibleName(description);
     editor_->setAccessibleDescription(description);
     editor_->setToolTip(description.toHtmlEscaped());
@@ -298,16 +277,8 @@ void OptionRow::Refresh() {
 void OptionRow::RefreshNotice() {
     const QString trouble = source_.trouble();
     const QString text = trouble.isEmpty() ? source_.warning() : trouble;
-    if (!text.isEmpty()) {
-        const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-        const auto icon = trouble.isEmpty() ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxCritical;
-        noticeIcon_->setPixmap(style()->standardIcon(icon).pixmap(size, size));
-        noticeIcon_->setAccessibleName(
-            QString::fromUtf8(trouble.isEmpty() ? text::mark::Warning : text::mark::Error));
-        editor_->setAccessibleDescription(text);
-    }
-    noticeText_->setText(text);
-    notice_->setVisible(!text.isEmpty());
+    notice_->Put(text, trouble.isEmpty() ? Notice::Mark::Warning : Notice::Mark::Error);
+    if (!text.isEmpty()) editor_->setAccessibleDescription(text);
 }
 
 void OptionRow::FocusEditor() {

@@ -12,6 +12,8 @@ class QToolButton;
 
 namespace desktop {
 
+class Notice;
+
 /// What a row knows of the option that it shows.
 struct OptionRowSource {
     std::function<const OptionField&()> field;
@@ -48,9 +50,7 @@ private:
     QLabel* marker_ = nullptr;
     QLabel* label_ = nullptr;
     QToolButton* reset_ = nullptr;
-    QWidget* notice_ = nullptr;
-    QLabel* noticeIcon_ = nullptr;
-    QLabel* noticeText_ = nullptr;
+    Notice* notice_ = nullptr;
     std::function<void(const std::string& value)> put_; // shows a value in the editor
 };
 

@@ -4,10 +4,11 @@
 #include "base/XmlDocument.h"
 #include "core/contract/Messages.h"
 #include "desktop/QtText.h"
+#include "desktop/controls/ControlKinds.h"
 #include "desktop/controls/ControlTexts.h"
 #include "desktop/controls/OptionsPage.h"
 #include "desktop/controls/PageList.h"
-#include "desktop/controls/PropertiesPanel.h"
+#include "desktop/controls/Parts.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -18,7 +19,6 @@
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSplitter>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -27,34 +27,11 @@
 
 namespace desktop {
 
-namespace {
-
-QString Text(const char* own) {
-    return QString::fromUtf8(own);
-}
-
-QLabel* PlainLabel() {
-    auto* label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
-void Name(QAbstractButton& button, const QString& caption, const QString& hint) {
-    button.setText(caption);
-    button.setAccessibleName(QString(caption).remove('&'));
-    button.setAccessibleDescription(hint);
-    button.setToolTip(hint);
-}
-
-} // namespace
-
 OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> sent)
     : services_(services), sent_(std::move(sent)), pages_(std::make_unique<PageList>(sheet_)),
       search_(new QLineEdit), list_(new QListView), title_(PlainLabel()), resetPage_(new QPushButton),
       body_(new OptionsPage(sheet_, [this](const OptionField& field) { return ChoicesOf(field); })),
-      empty_(PlainLabel()), icon_(new QLabel), state_(PlainLabel()), ok_(new QPushButton),
-      cancel_(new QPushButton) {
+      empty_(PlainLabel()), state_(new Notice("state")), ok_(new QPushButton), cancel_(new QPushButton) {
     search_->setObjectName("search");
     search_->setClearButtonEnabled(true);
     list_->setObjectName("pages");
@@ -68,7 +45,7 @@ OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(c
     empty_->setObjectName("empty");
     empty_->setAlignment(Qt::AlignCenter);
     empty_->setMargin(12);
-    state_->setObjectName("state");
+    KeepPlace(*state_);
     ok_->setObjectName("ok");
     ok_->setDefault(true);
     cancel_->setObjectName("cancel");
@@ -82,7 +59,6 @@ OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(c
     sides->setSizes({150, 370});
 
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(icon_);
     bottom->addWidget(state_, 1);
     bottom->addWidget(ok_);
     bottom->addWidget(cancel_);
@@ -162,7 +138,7 @@ void OptionsPanel::Load(const std::string& text) {
         sheet_ = std::move(sheet);
     } catch (const base::ComponentError& error) {
         sheet_ = OptionSheet();
-        unreadable_ = Text(text::options::Unreadable).arg(ToQt(error.Description()));
+        unreadable_ = ToQt(text::options::Unreadable).arg(ToQt(error.Description()));
     }
     Search();
 }
@@ -184,13 +160,13 @@ void OptionsPanel::ShowPage(int row) {
     } else {
         page_ = pages_->PageAt(row);
         title_->setText(sheet_.Pages()[*page_].title.left(200));
-        body_->setAccessibleName(Text(text::options::Page).arg(title_->text()));
+        body_->setAccessibleName(ToQt(text::options::Page).arg(title_->text()));
         body_->ShowFields(*page_, pages_->FieldsAt(row));
     }
     const bool searching = !search_->text().trimmed().isEmpty();
     empty_->setText(!unreadable_.isEmpty() ? unreadable_
-                    : searching            ? Text(text::options::NothingFound).arg(search_->text().trimmed())
-                                           : Text(text::options::NothingYet));
+                    : searching            ? ToQt(text::options::NothingFound).arg(search_->text().trimmed())
+                                           : ToQt(text::options::NothingYet));
     empty_->setVisible(!page_);
     body_->setVisible(page_.has_value());
     title_->setVisible(page_.has_value());
@@ -207,13 +183,9 @@ void OptionsPanel::PutState() {
     if (!troubles.empty()) {
         state = troubles.front().text;
     } else if (changes > 0) {
-        state = changes == 1 ? Text(text::options::OneChange) : Text(text::options::Changes).arg(changes);
+        state = changes == 1 ? ToQt(text::options::OneChange) : ToQt(text::options::Changes).arg(changes);
     }
-    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    icon_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxCritical).pixmap(size, size));
-    icon_->setVisible(!troubles.empty());
-    state_->setText(state);
-    state_->setAccessibleName(state.isEmpty() ? Text(text::options::NoChange) : state);
+    state_->Put(state, troubles.empty() ? Notice::Mark::None : Notice::Mark::Error);
     ok_->setEnabled(troubles.empty() && !sheet_.Pages().empty());
 }
 
@@ -286,17 +258,16 @@ std::string OptionsPanel::Ask(std::string_view type,
 }
 
 void OptionsPanel::Retranslate() {
-    setAccessibleName(Text(text::options::Panel));
-    search_->setPlaceholderText(Text(text::options::Search));
-    search_->setAccessibleName(Text(text::options::Search));
-    search_->setAccessibleDescription(Text(text::options::SearchHint));
-    search_->setToolTip(Text(text::options::SearchHint));
-    list_->setAccessibleName(Text(text::options::Programs));
-    body_->setAccessibleName(Text(text::options::Panel));
-    icon_->setAccessibleName(Text(text::mark::Error));
-    Name(*resetPage_, Text(text::options::ResetPage), Text(text::options::ResetPageHint));
-    Name(*ok_, Text(text::options::Ok), Text(text::options::OkHint));
-    Name(*cancel_, Text(text::options::Cancel), Text(text::options::CancelHint));
+    setAccessibleName(ToQt(text::options::Panel));
+    search_->setPlaceholderText(ToQt(text::options::Search));
+    search_->setAccessibleName(ToQt(text::options::Search));
+    search_->setAccessibleDescription(ToQt(text::options::SearchHint));
+    search_->setToolTip(ToQt(text::options::SearchHint));
+    list_->setAccessibleName(ToQt(text::options::Programs));
+    body_->setAccessibleName(ToQt(text::options::Panel));
+    NameButton(*resetPage_, ToQt(text::options::ResetPage), ToQt(text::options::ResetPageHint));
+    NameButton(*ok_, ToQt(text::options::Ok), ToQt(text::options::OkHint));
+    NameButton(*cancel_, ToQt(text::options::Cancel), ToQt(text::options::CancelHint));
 }
 
 void OptionsPanel::showEvent(QShowEvent* event) {

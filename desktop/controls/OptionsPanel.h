@@ -14,6 +14,7 @@ class QPushButton;
 
 namespace desktop {
 
+class Notice;
 class OptionsPage;
 class PageList;
 
@@ -64,8 +65,7 @@ private:
     QPushButton* resetPage_;
     OptionsPage* body_;
     QLabel* empty_;
-    QLabel* icon_;
-    QLabel* state_;
+    Notice* state_;
     QPushButton* ok_;
     QPushButton* cancel_;
 };

@@ -1,5 +1,6 @@
 #include "desktop/controls/PageList.h"
 
+#include "desktop/QtText.h"
 #include "desktop/controls/ControlTexts.h"
 
 #include <QFont>
@@ -51,10 +52,9 @@ QVariant PageList::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole: {
         QString text = page.title;
         if (searching_)
-            text =
-                QString::fromUtf8(text::options::PageMatches).arg(text, QString::number(entry.fields.size()));
+            text = ToQt(text::options::PageMatches).arg(text, QString::number(entry.fields.size()));
         if (page.changes > 0)
-            text = QString::fromUtf8(text::options::PageChanges).arg(text, QString::number(page.changes));
+            text = ToQt(text::options::PageChanges).arg(text, QString::number(page.changes));
         return text;
     }
     default:

@@ -5,7 +5,9 @@
 #include "core/contract/Messages.h"
 #include "core/contract/Tools.h"
 #include "desktop/QtText.h"
+#include "desktop/controls/ControlKinds.h"
 #include "desktop/controls/ControlTexts.h"
+#include "desktop/controls/Parts.h"
 
 #include <QDate>
 #include <QFormLayout>
@@ -15,7 +17,6 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShowEvent>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -78,31 +79,15 @@ QLineEdit* ValueField(const QString& caption, const QString& value) {
     return field;
 }
 
-QLabel* PlainLabel() {
-    auto* label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
 } // namespace
 
 PropertiesPanel::PropertiesPanel(const ControlServices& services)
-    : services_(services), title_(PlainLabel()), description_(PlainLabel()), problem_(new QWidget),
-      problemIcon_(new QLabel), problemText_(PlainLabel()), scroll_(new QScrollArea),
-      launch_(new QPushButton), update_(new QPushButton), close_(new QPushButton) {
+    : services_(services), title_(PlainLabel()), description_(PlainLabel()), problem_(new Notice("problem")),
+      scroll_(new QScrollArea), launch_(new QPushButton), update_(new QPushButton), close_(new QPushButton) {
     QFont large = title_->font();
     large.setPointSizeF(large.pointSizeF() * 1.4);
     large.setBold(true);
     title_->setFont(large);
-
-    problemText_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    auto* problemRow = new QHBoxLayout(problem_);
-    problemRow->setContentsMargins(0, 0, 0, 0);
-    problemRow->addWidget(problemIcon_, 0, Qt::AlignTop);
-    problemRow->addWidget(problemText_, 1);
-    problemIcon_->setAccessibleName(QString::fromUtf8(text::mark::Warning));
-    problem_->hide();
 
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setWidgetResizable(true);
@@ -128,7 +113,6 @@ PropertiesPanel::PropertiesPanel(const ControlServices& services)
     update_->setObjectName("update");
     close_->setObjectName("close");
     title_->setObjectName("title");
-    problemText_->setObjectName("problem");
     Retranslate();
     Show({});
 }
@@ -155,7 +139,7 @@ void PropertiesPanel::Show(const std::string& xml) {
     rows_->setLabelAlignment(Qt::AlignLeading);
     rows_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     toolName_.clear();
-    QString description = xml.empty() ? QString::fromUtf8(text::properties::Nothing) : QString();
+    QString description = xml.empty() ? ToQt(text::properties::Nothing) : QString();
     QString trouble;
     try {
         base::XmlDocument record;
@@ -166,7 +150,7 @@ void PropertiesPanel::Show(const std::string& xml) {
         for (const auto& [attribute, value] : InOrder(root))
             AddRow(CaptionOf(attribute), ValueOf(attribute, value));
     } catch (const base::ComponentError& error) {
-        description = QString::fromUtf8(text::properties::Unreadable).arg(ToQt(error.Description()));
+        description = ToQt(text::properties::Unreadable).arg(ToQt(error.Description()));
     }
     scroll_->setWidget(content); // deletes the one before
     if (!toolName_.isEmpty() && services_.problem) trouble = services_.problem(toolName_);
@@ -174,36 +158,29 @@ void PropertiesPanel::Show(const std::string& xml) {
     title_->setVisible(!toolName_.isEmpty());
     description_->setText(description);
     description_->setVisible(!description.isEmpty());
-    ShowProblem(trouble);
+    problem_->Put(trouble.isEmpty() ? trouble : ToQt(text::properties::Problem).arg(trouble),
+                  Notice::Mark::Warning);
     PutButtons();
 }
 
-void PropertiesPanel::ShowProblem(const QString& text) {
-    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    problemIcon_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size, size));
-    problemText_->setText(QString::fromUtf8(text::properties::Problem).arg(text));
-    problem_->setVisible(!text.isEmpty());
-}
-
 void PropertiesPanel::AddRow(const QString& caption, const QString& value) {
-    auto* label = new QLabel(caption);
-    label->setTextFormat(Qt::PlainText);
-    label->setForegroundRole(QPalette::WindowText);
+    QLabel* label = PlainLabel(caption);
+    label->setWordWrap(false);
     rows_->addRow(label, ValueField(caption, value));
 }
 
 QString PropertiesPanel::CaptionOf(const std::string& attribute) const {
     const KnownAttribute* known = Known(attribute);
     if (!known) return ToQt(attribute);
-    return known->id ? text::Of(services_, known->id, known->caption) : QString::fromUtf8(known->caption);
+    return known->id ? text::Of(services_, known->id, known->caption) : ToQt(known->caption);
 }
 
 QString PropertiesPanel::ValueOf(const std::string& attribute, const std::string& value) const {
     const QString text = ToQt(value);
     if (attribute == "ShowInList" && (text == "-1" || text == "0"))
-        return QString::fromUtf8(text == "0" ? text::properties::No : text::properties::Yes);
+        return ToQt(text == "0" ? text::properties::No : text::properties::Yes);
     if (attribute == "Kind" && text == QString::number(arvon::VantorKind))
-        return QString::fromUtf8(text::properties::Vantor);
+        return ToQt(text::properties::Vantor);
     if (attribute == "LastUpdated") {
         const QDate date = QDate::fromString(text.left(10), Qt::ISODate);
         const QString format =
@@ -241,7 +218,7 @@ void PropertiesPanel::PutButtons() {
     const bool shown = !toolName_.isEmpty();
     const auto put = [&](QPushButton& button, bool permitted, const char* hint, const char* denied) {
         button.setEnabled(shown && permitted);
-        const QString tip = QString::fromUtf8(permitted ? hint : denied);
+        const QString tip = ToQt(permitted ? hint : denied);
         button.setToolTip(tip);
         button.setAccessibleDescription(tip);
     };
@@ -256,10 +233,10 @@ void PropertiesPanel::Retranslate() {
         button.setAccessibleName(QString(caption).remove('&'));
     };
     put(*launch_, text::Of(services_, text::resource::Launch, text::properties::Launch));
-    put(*update_, QString::fromUtf8(text::properties::Update));
-    put(*close_, QString::fromUtf8(text::properties::Close));
-    setAccessibleName(QString::fromUtf8(text::properties::Panel));
-    scroll_->setAccessibleName(QString::fromUtf8(text::properties::Panel));
+    put(*update_, ToQt(text::properties::Update));
+    put(*close_, ToQt(text::properties::Close));
+    setAccessibleName(ToQt(text::properties::Panel));
+    scroll_->setAccessibleName(ToQt(text::properties::Panel));
     if (isVisible()) Reload();
 }
 

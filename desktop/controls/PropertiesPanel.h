@@ -11,8 +11,7 @@ class QScrollArea;
 
 namespace desktop {
 
-/// Who the component sees as the sender of the controls' requests.
-inline constexpr std::string_view controlSource = "KvTMU110";
+class Notice;
 
 /// What is known of the tool of the current node, and what can be done with it.
 class PropertiesPanel final : public QWidget {
@@ -32,7 +31,6 @@ private:
     std::string Ask(std::string_view type,
                     std::span<const arvon::host::ParameterRecord> parameters = {}) const;
     void Show(const std::string& xml);
-    void ShowProblem(const QString& text);
     void AddRow(const QString& caption, const QString& value);
     QString CaptionOf(const std::string& attribute) const;
     QString ValueOf(const std::string& attribute, const std::string& value) const;
@@ -46,9 +44,7 @@ private:
     bool launchEnabled_ = true;
     QLabel* title_;
     QLabel* description_;
-    QWidget* problem_;
-    QLabel* problemIcon_;
-    QLabel* problemText_;
+    Notice* problem_;
     QScrollArea* scroll_;
     QFormLayout* rows_ = nullptr;
     QPushButton* launch_;

@@ -4,7 +4,7 @@
 #include "desktop/QtText.h"
 #include "desktop/controls/ControlKinds.h"
 #include "desktop/controls/ControlTexts.h"
-#include "desktop/controls/PropertiesPanel.h"
+#include "desktop/controls/Parts.h"
 #include "desktop/controls/UpdateOffers.h"
 #include "desktop/controls/WidgetOwner.h"
 
@@ -28,16 +28,12 @@ namespace {
 
 constexpr std::string_view updatesComponent = "Qillo110";
 
-QString Text(const char* own) {
-    return QString::fromUtf8(own);
-}
-
 /// One of the two offers: a table, or what there is to say instead of one.
 struct OfferPage {
     UpdateOffers offers;
     QWidget page;
     QTreeView* table = new QTreeView;
-    QLabel* message = new QLabel;
+    QLabel* message = PlainLabel();
 
     OfferPage() {
         table->setModel(&offers);
@@ -45,8 +41,6 @@ struct OfferPage {
         table->setUniformRowHeights(true);
         table->setAlternatingRowColors(true);
         table->setAllColumnsShowFocus(true);
-        message->setTextFormat(Qt::PlainText);
-        message->setWordWrap(true);
         message->setAlignment(Qt::AlignCenter);
         auto* column = new QVBoxLayout(&page);
         column->setContentsMargins(0, 0, 0, 0);
@@ -55,7 +49,7 @@ struct OfferPage {
     }
 
     void Show(const std::string& answer, const char* nothing) {
-        QString text = Text(answer.empty() ? text::updates::NoAnswer : nothing);
+        QString text = ToQt(answer.empty() ? text::updates::NoAnswer : nothing);
         try {
             if (answer.empty()) {
                 offers.Clear();
@@ -64,7 +58,7 @@ struct OfferPage {
             }
         } catch (const base::ComponentError& error) {
             offers.Clear();
-            text = Text(text::updates::Unreadable).arg(ToQt(error.Description()));
+            text = ToQt(text::updates::Unreadable).arg(ToQt(error.Description()));
         }
         message->setText(text);
         const bool any = offers.rowCount() > 0;
@@ -130,19 +124,14 @@ public:
         setAccessibleName(text::Of(services_, text::resource::Updates, text::updates::Panel));
         tabs_->setAccessibleName(accessibleName());
         tabs_->tabBar()->setAccessibleName(accessibleName());
-        updates_.table->setAccessibleName(Text(text::updates::Updates));
-        new_.table->setAccessibleName(Text(text::updates::New));
+        updates_.table->setAccessibleName(ToQt(text::updates::Updates));
+        new_.table->setAccessibleName(ToQt(text::updates::New));
         const QString format =
             text::Of(services_, text::resource::DateFormat, "yyyy-mm-dd").replace('m', 'M');
         updates_.offers.SetDateFormat(format);
         new_.offers.SetDateFormat(format);
-        const auto name = [](QPushButton& button, const char* caption, const QString& hint) {
-            button.setText(Text(caption));
-            button.setAccessibleName(Text(caption).remove('&'));
-            button.setToolTip(hint);
-        };
-        name(*again_, text::updates::Again, Text(text::updates::AgainHint));
-        name(*close_, text::updates::Close, QString());
+        NameButton(*again_, ToQt(text::updates::Again), ToQt(text::updates::AgainHint));
+        NameButton(*close_, ToQt(text::updates::Close), QString());
         PutTabs();
     }
 
@@ -182,8 +171,8 @@ private:
     }
     void Close() { Ask("UnloadUpdateView"); }
     void PutTabs() {
-        tabs_->setTabText(0, Text(text::updates::UpdatesCount).arg(updates_.offers.rowCount()));
-        tabs_->setTabText(1, Text(text::updates::NewCount).arg(new_.offers.rowCount()));
+        tabs_->setTabText(0, ToQt(text::updates::UpdatesCount).arg(updates_.offers.rowCount()));
+        tabs_->setTabText(1, ToQt(text::updates::NewCount).arg(new_.offers.rowCount()));
     }
 
     ControlServices services_;

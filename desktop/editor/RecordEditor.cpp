@@ -3,15 +3,14 @@
 #include "base/ComponentError.h"
 #include "base/Value.h"
 #include "desktop/QtText.h"
+#include "desktop/controls/Parts.h"
 
 #include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -22,7 +21,6 @@ namespace desktop {
 namespace {
 
 namespace text {
-constexpr const char* Warning = "Warning";
 constexpr const char* Title = "Edit Program";
 constexpr const char* Name = "&Name";
 constexpr const char* NameHint = "The name under which the program is listed, different from every other";
@@ -39,10 +37,6 @@ constexpr const char* Refused = "The change was refused: %1";
 constexpr const char* nameMember = "Name";
 constexpr const char* shownMember = "ShowInList";
 constexpr const char* commandLineMember = "CommandLine";
-
-QString Text(const char* own) {
-    return QString::fromUtf8(own);
-}
 
 /// The first character that XML cannot hold; 0 when there is none.
 ushort FirstUnprintable(const QString& value) {
@@ -61,38 +55,28 @@ public:
           oldName_(ToQt(record.Get(nameMember).ToText())),
           oldCommandLine_(ToQt(record.Get(commandLineMember).ToText())),
           oldShown_(record.Get(shownMember).ToBoolean()), name_(new QLineEdit(oldName_)),
-          commandLine_(new QLineEdit(oldCommandLine_)), shown_(new QCheckBox(Text(text::Shown))),
-          troubleIcon_(new QLabel), trouble_(new QLabel),
+          commandLine_(new QLineEdit(oldCommandLine_)), shown_(new QCheckBox(ToQt(text::Shown))),
+          trouble_(new Notice("trouble")),
           buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel)) {
-        setWindowTitle(Text(text::Title));
+        setWindowTitle(ToQt(text::Title));
         name_->setObjectName("name");
-        name_->setAccessibleName(Text(text::Name).remove('&'));
-        name_->setAccessibleDescription(Text(text::NameHint));
-        name_->setToolTip(Text(text::NameHint));
+        name_->setAccessibleName(ToQt(text::Name).remove('&'));
+        name_->setAccessibleDescription(ToQt(text::NameHint));
+        name_->setToolTip(ToQt(text::NameHint));
         name_->selectAll();
         commandLine_->setObjectName("commandLine");
-        commandLine_->setAccessibleName(Text(text::CommandLine).remove('&'));
-        commandLine_->setAccessibleDescription(Text(text::CommandLineHint));
-        commandLine_->setToolTip(Text(text::CommandLineHint));
+        commandLine_->setAccessibleName(ToQt(text::CommandLine).remove('&'));
+        commandLine_->setAccessibleDescription(ToQt(text::CommandLineHint));
+        commandLine_->setToolTip(ToQt(text::CommandLineHint));
         shown_->setObjectName("shown");
-        shown_->setAccessibleName(Text(text::Shown).remove('&'));
+        shown_->setAccessibleName(ToQt(text::Shown).remove('&'));
         shown_->setChecked(oldShown_);
-        trouble_->setObjectName("trouble");
-        trouble_->setTextFormat(Qt::PlainText);
-        trouble_->setWordWrap(true);
-        const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-        troubleIcon_->setAccessibleName(Text(text::Warning));
-        troubleIcon_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size, size));
-
-        auto* troubleRow = new QHBoxLayout;
-        troubleRow->addWidget(troubleIcon_, 0, Qt::AlignTop);
-        troubleRow->addWidget(trouble_, 1);
         auto* form = new QFormLayout(this);
         form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-        form->addRow(Text(text::Name), name_);
-        form->addRow(Text(text::CommandLine), commandLine_);
+        form->addRow(ToQt(text::Name), name_);
+        form->addRow(ToQt(text::CommandLine), commandLine_);
         form->addRow(QString(), shown_);
-        form->addRow(troubleRow);
+        form->addRow(trouble_);
         form->addRow(buttons_);
         const int wide = fontMetrics().averageCharWidth() * 70;
         setMinimumWidth(std::min(wide, 560));
@@ -112,23 +96,21 @@ private:
     /// A record that was in the wrong already may keep its name.
     QString Trouble() const {
         const QString name = name_->text().trimmed();
-        if (name.isEmpty()) return Text(text::NameMissing);
+        if (name.isEmpty()) return ToQt(text::NameMissing);
         for (const auto& [edit, caption] :
              {std::pair{name_, text::Name}, {commandLine_, text::CommandLine}}) {
             if (const ushort code = FirstUnprintable(edit->text()))
-                return Text(text::Unprintable).arg(Text(caption).remove('&')).arg(code);
+                return ToQt(text::Unprintable).arg(ToQt(caption).remove('&')).arg(code);
         }
         if (name != oldName_ && isNameTaken_ && isNameTaken_(FromQt(name)))
-            return Text(text::NameTaken).arg(name);
+            return ToQt(text::NameTaken).arg(name);
         return {};
     }
 
     void Check() { ShowTrouble(Trouble(), true); }
 
     void ShowTrouble(const QString& trouble, bool blocks) {
-        trouble_->setText(trouble);
-        trouble_->setVisible(!trouble.isEmpty());
-        troubleIcon_->setVisible(!trouble.isEmpty());
+        trouble_->Put(trouble, Notice::Mark::Warning);
         buttons_->button(QDialogButtonBox::Ok)->setEnabled(!blocks || trouble.isEmpty());
     }
 
@@ -147,7 +129,7 @@ private:
             if (shown_->isChecked() != oldShown_) put(shownMember, oldShown_, shown_->isChecked());
         } catch (const base::ComponentError& error) {
             TakeBack(undo);
-            ShowTrouble(Text(text::Refused).arg(ToQt(error.Description())), false);
+            ShowTrouble(ToQt(text::Refused).arg(ToQt(error.Description())), false);
             return;
         }
         changed_ = !undo.empty();
@@ -172,8 +154,7 @@ private:
     QLineEdit* name_;
     QLineEdit* commandLine_;
     QCheckBox* shown_;
-    QLabel* troubleIcon_;
-    QLabel* trouble_;
+    Notice* trouble_;
     QDialogButtonBox* buttons_;
 };
 

@@ -1,6 +1,7 @@
 #include "desktop/trace/TraceDock.h"
 
 #include "desktop/QtText.h"
+#include "desktop/controls/Parts.h"
 #include "desktop/trace/ConsoleScript.h"
 #include "desktop/trace/TraceModel.h"
 #include "desktop/trace/TraceTexts.h"
@@ -32,19 +33,12 @@ namespace desktop {
 
 namespace {
 
-QString Text(const char* own) {
-    return QString::fromUtf8(own);
-}
-
 QToolButton* Button(const char* objectName, const char* caption, const char* hint) {
     auto* button = new QToolButton;
     button->setObjectName(objectName);
-    button->setText(Text(caption));
+    NameButton(*button, ToQt(caption), ToQt(hint));
     button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setAccessibleName(Text(caption).remove('&'));
-    button->setAccessibleDescription(Text(hint));
-    button->setToolTip(Text(hint));
     return button;
 }
 
@@ -103,7 +97,7 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
     due_.setSingleShot(true);
     filter_.setSourceModel(&model_);
     tree_->setObjectName("messages");
-    tree_->setAccessibleName(Text(text::trace::Messages));
+    tree_->setAccessibleName(ToQt(text::trace::Messages));
     tree_->setModel(&filter_);
     tree_->setUniformRowHeights(true);
     tree_->setAlternatingRowColors(true);
@@ -113,7 +107,7 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
     for (int column = 0; column < TraceModel::Columns; ++column)
         tree_->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
     details_->setObjectName("details");
-    details_->setAccessibleName(Text(text::trace::Details));
+    details_->setAccessibleName(ToQt(text::trace::Details));
     details_->setReadOnly(true);
     details_->setTabChangesFocus(true);
     status_->setObjectName("status");
@@ -142,18 +136,18 @@ TraceDock::Panel::~Panel() {
 
 QLayout* TraceDock::Panel::MakeBar() {
     search_->setObjectName("search");
-    search_->setPlaceholderText(Text(text::trace::Filter));
-    search_->setAccessibleName(Text(text::trace::Filter));
-    search_->setToolTip(Text(text::trace::FilterHint));
+    search_->setPlaceholderText(ToQt(text::trace::Filter));
+    search_->setAccessibleName(ToQt(text::trace::Filter));
+    search_->setToolTip(ToQt(text::trace::FilterHint));
     search_->setClearButtonEnabled(true);
     listener_->setObjectName("listener");
-    listener_->setAccessibleName(Text(text::trace::Listener));
-    listener_->setToolTip(Text(text::trace::Listener));
-    listener_->addItem(Text(text::trace::AllListeners));
+    listener_->setAccessibleName(ToQt(text::trace::Listener));
+    listener_->setToolTip(ToQt(text::trace::Listener));
+    listener_->addItem(ToQt(text::trace::AllListeners));
     listener_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     troubles_->setObjectName("troubles");
-    troubles_->setText(Text(text::trace::OnlyTroubles));
-    troubles_->setAccessibleName(Text(text::trace::OnlyTroubles).remove('&'));
+    troubles_->setText(ToQt(text::trace::OnlyTroubles));
+    troubles_->setAccessibleName(ToQt(text::trace::OnlyTroubles).remove('&'));
     pause_->setCheckable(true);
     auto* bar = new QHBoxLayout;
     bar->addWidget(search_, 1);
@@ -176,7 +170,7 @@ void TraceDock::Panel::ConnectParts() {
     connect(copy_, &QToolButton::clicked, this, [this] { Copy(); });
     connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) { ShowDetails(current); });
-    auto* copy = new QAction(Text(text::trace::Copy), tree_);
+    auto* copy = new QAction(ToQt(text::trace::Copy), tree_);
     copy->setShortcut(QKeySequence::Copy);
     copy->setShortcutContext(Qt::WidgetShortcut);
     connect(copy, &QAction::triggered, this, [this] { Copy(); });
@@ -248,23 +242,23 @@ void TraceDock::Panel::Copy() {
     const auto lines = script.split('\n', Qt::SkipEmptyParts);
     const auto commands =
         std::ranges::count_if(lines, [](const QString& line) { return !line.startsWith('#'); });
-    PutStatus(Text(text::trace::Copied).arg(commands));
+    PutStatus(ToQt(text::trace::Copied).arg(commands));
 }
 
 void TraceDock::Panel::PutStatus(const QString& note) {
     const QLocale locale;
     const char* form = model_.HasDropped() ? text::trace::Dropped : text::trace::Bound;
-    QString status = Text(form).arg(locale.toString(static_cast<qulonglong>(model_.Messages())),
+    QString status = ToQt(form).arg(locale.toString(static_cast<qulonglong>(model_.Messages())),
                                     locale.toString(static_cast<qulonglong>(limits_.messages)));
-    if (!recorder_.IsRecording()) status += " \u2013 " + Text(text::trace::Paused);
+    if (!recorder_.IsRecording()) status += " \u2013 " + ToQt(text::trace::Paused);
     if (!note.isEmpty()) status += " \u2013 " + note;
     status_->setText(status);
 }
 
 TraceDock::TraceDock(arvon::host::ReferenceHost& host, QWidget* parent)
-    : QDockWidget(Text(text::trace::Title), parent), panel_(new Panel(host)) {
+    : QDockWidget(ToQt(text::trace::Title), parent), panel_(new Panel(host)) {
     setObjectName("traceDock");
-    setAccessibleName(Text(text::trace::Title));
+    setAccessibleName(ToQt(text::trace::Title));
     setWidget(panel_);
 }
 

@@ -20,10 +20,6 @@ namespace {
 constexpr qsizetype shownCharacters = 300;
 constexpr qsizetype detailCharacters = 100'000;
 
-QString Text(const char* own) {
-    return QString::fromUtf8(own);
-}
-
 QString ValueText(const base::Value& value) {
     try {
         return ToQt(value.ToText());
@@ -65,7 +61,7 @@ const char* DirectionOf(const MessageRecord& message) {
 QString DurationOf(const TraceNode& node) {
     if (!node.finished) return {};
     const double milliseconds = std::chrono::duration<double, std::milli>(node.message.duration).count();
-    return Text(text::trace::Milliseconds).arg(milliseconds, 0, 'f', milliseconds < 10 ? 3 : 1);
+    return ToQt(text::trace::Milliseconds).arg(milliseconds, 0, 'f', milliseconds < 10 ? 3 : 1);
 }
 
 } // namespace
@@ -147,25 +143,25 @@ QString TraceModel::StateOf(const TraceNode& node) {
     QStringList states;
     switch (TroubleOf(node)) {
     case Trouble::Failed:
-        states += Text(text::trace::Failed).arg(OneLine(ToQt(node.message.failure)));
+        states += ToQt(text::trace::Failed).arg(OneLine(ToQt(node.message.failure)));
         break;
     case Trouble::Malformed:
-        states += Text(text::trace::Malformed);
+        states += ToQt(text::trace::Malformed);
         break;
     case Trouble::NobodyListens:
-        states += Text(text::trace::NobodyListens);
+        states += ToQt(text::trace::NobodyListens);
         break;
     case Trouble::ErrorReport:
-        states += Text(text::trace::ErrorReport);
+        states += ToQt(text::trace::ErrorReport);
         break;
     case Trouble::Unfinished:
-        states += Text(text::trace::Unfinished);
+        states += ToQt(text::trace::Unfinished);
         break;
     case Trouble::None:
         break;
     }
-    if (node.inside > 0) states += Text(text::trace::Inside).arg(node.inside);
-    if (node.omitted > 0) states += Text(text::trace::Omitted).arg(node.omitted);
+    if (node.inside > 0) states += ToQt(text::trace::Inside).arg(node.inside);
+    if (node.omitted > 0) states += ToQt(text::trace::Omitted).arg(node.omitted);
     return states.join("; ");
 }
 
@@ -174,7 +170,7 @@ QString TraceModel::TextAt(const TraceNode& node, int column) {
     case Message:
         return NameOf(node.message);
     case Direction:
-        return Text(DirectionOf(node.message));
+        return ToQt(DirectionOf(node.message));
     case From:
         return OneLine(ToQt(node.message.source));
     case To:
@@ -221,7 +217,7 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const {
 QVariant TraceModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 || section >= Columns)
         return {};
-    return Text(text::trace::Columns[section]);
+    return ToQt(text::trace::Columns[section]);
 }
 
 QString TraceModel::DetailsOf(const TraceNode& node) {
