@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QTextDocument>
 #include <QToolButton>
 
 #include <algorithm>
@@ -26,6 +27,11 @@ namespace {
 
 constexpr qsizetype longText = 2000; // characters from which a line is shown as several
 constexpr int highestChoice = 9;     // of a radio option whose value is a number
+
+/// Every character as it is: the editor's own plain text has blanks for no-break spaces.
+QString WholeText(const QPlainTextEdit& editor) {
+    return editor.document()->toRawText().replace(QChar::ParagraphSeparator, '\n');
+}
 
 /// The wheel scrolls the page; it changes a value only where the user is.
 class WheelGuard final : public QObject {
@@ -204,6 +210,7 @@ QWidget* OptionRow::MakeCombo(const OptionField&, const OptionChoices& choices) 
     for (const OptionChoice& choice : choices.values)
         box->addItem(choice.label, QByteArray::fromStdString(choice.value));
     if (box->isEditable()) {
+        box->setCompleter(nullptr); // what is typed is meant, not what it could become
         box->lineEdit()->setMaxLength(std::numeric_limits<int>::max());
         connect(box, &QComboBox::editTextChanged, this, [this, box](const QString& typed) {
             const int known = box->findText(typed, Qt::MatchFixedString | Qt::MatchCaseSensitive);
@@ -243,9 +250,9 @@ QWidget* OptionRow::MakeLines(const OptionField&) {
     lines->setTabChangesFocus(true);
     lines->setFixedHeight(fontMetrics().lineSpacing() * 5);
     connect(lines, &QPlainTextEdit::textChanged, this,
-            [this, lines] { source_.set(FromQt(lines->toPlainText())); });
+            [this, lines] { source_.set(FromQt(WholeText(*lines))); });
     put_ = [lines](const std::string& value) {
-        if (lines->toPlainText() != ToQt(value)) lines->setPlainText(ToQt(value));
+        if (WholeText(*lines) != ToQt(value)) lines->setPlainText(ToQt(value));
     };
     return lines;
 }

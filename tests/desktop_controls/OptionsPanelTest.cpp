@@ -243,6 +243,16 @@ TEST_F(OptionsPanelTest, TroubleIsToldAndHoldsOkBack) {
     EXPECT_THAT(Updated(), HasSubstr("<Value>1031</Value>")) << "a label that is known stands for its value";
 }
 
+TEST_F(OptionsPanelTest, WhatIsTypedIntoAChoiceIsNotCompleted) {
+    Open(small);
+    auto& sheet = Part<QComboBox>("cmbSheet");
+    sheet.lineEdit()->selectAll();
+    QTest::keyClicks(&sheet, "A3");
+    EXPECT_EQ(sheet.currentText(), "A3");
+    Click(Part<QPushButton>("ok"));
+    EXPECT_THAT(Updated(), HasSubstr("<Value>A3</Value>"));
+}
+
 TEST_F(OptionsPanelTest, TakesTheLanguagesThatTheHostKnows) {
     peer.choices["cmbLanguage"] = {"1031", "1033", "9999"};
     Open("<Options><Tool "
@@ -297,7 +307,7 @@ TEST_F(OptionsPanelTest, MarkupShortcutMarksAndOtherScriptsStandAsTheyAre) {
 TEST_F(OptionsPanelTest, VeryLongAndSeveralLineValuesArePreserved) {
     const std::string lengthy(60'000, 'x');
     Open("<Options><Tool ID=\"A\"><Option><Name>txtLong</Name><Value>" + lengthy +
-         "</Value></Option><Option><Name>txtLines</Name><Value>one\ntwo</Value></Option>"
+         "</Value></Option><Option><Name>txtLines</Name><Value>one\u00a0\ntwo</Value></Option>"
          "<Option><Name>cmbLong</Name><Value>" +
          lengthy + "</Value></Option></Tool></Options>");
     auto& lines = Part<QPlainTextEdit>("txtLines");
@@ -308,7 +318,7 @@ TEST_F(OptionsPanelTest, VeryLongAndSeveralLineValuesArePreserved) {
     QTest::keyClicks(&longOne, "!");
     Click(Part<QPushButton>("ok"));
     const std::string sent = Updated();
-    EXPECT_THAT(sent, HasSubstr("one\ntwo!</Value>"));
+    EXPECT_THAT(sent, HasSubstr("one\u00a0\ntwo!</Value>"));
     EXPECT_NE(sent.find(">" + lengthy + "!</Value>"), std::string::npos);
     EXPECT_NE(sent.find(">" + lengthy + "</Value>"), std::string::npos);
 }
