@@ -1,8 +1,12 @@
 #include "desktop/controls/OptionSheet.h"
 
 #include "base/ComponentError.h"
+#include "base/XmlDocument.h"
 
 #include <gmock/gmock.h>
+
+#include <numeric>
+#include <random>
 
 namespace desktop::test {
 
@@ -131,6 +135,48 @@ TEST(OptionSheet, OnlyTheChangedValueDiffers) {
     std::string after = before;
     after.replace(after.find(">1<"), 3, ">&lt;2 &amp; 3&gt;<");
     EXPECT_EQ(sheet.Text(), after);
+}
+
+TEST(OptionSheet, AnyChangesToAnyTextChangeThoseValuesOnly) {
+    std::mt19937 random(11);
+    const auto below = [&](int limit) { return std::uniform_int_distribution(0, limit - 1)(random); };
+    const std::vector<std::string> values{"", "ON", "0", "2.5", "a b ", "\u20ac", "&amp;&lt;", "x\ny"};
+    for (int round = 0; round < 300; ++round) {
+        // the text in pieces: those at odd places are values that can be seen
+        std::vector<std::string> pieces{"<Options><!-- kept -->"};
+        for (int tool = below(4); tool >= 0; --tool) {
+            pieces.back() += "<Tool ID=\"" + std::to_string(below(3)) + "\" a=\"1\">";
+            for (int option = below(6); option > 0; --option) {
+                const bool hidden = below(4) == 0;
+                pieces.back() += "<Option><Name>txt" + std::to_string(below(3)) + "</Name><Value>";
+                const std::string value = values[static_cast<std::size_t>(below(8))];
+                if (hidden) {
+                    pieces.back() += "hidden</Value><Visible>0</Visible></Option><Plain>p</Plain>";
+                } else {
+                    pieces.push_back(value);
+                    pieces.emplace_back("</Value></Option>");
+                }
+            }
+            pieces.back() += "</Tool>";
+        }
+        pieces.back() += "</Options>";
+        const auto join = [&] { return std::accumulate(pieces.begin(), pieces.end(), std::string()); };
+        OptionSheet sheet = Sheet(join());
+        std::size_t piece = 1;
+        for (std::size_t page = 0; page < sheet.Pages().size(); ++page) {
+            for (std::size_t field = 0; field < sheet.Pages()[page].fields.size(); ++field, piece += 2) {
+                if (below(2) == 0) continue;
+                const std::string value = "new" + std::to_string(below(100));
+                sheet.SetValue(page, field, value);
+                pieces[piece] = value;
+            }
+        }
+        ASSERT_EQ(piece, pieces.size());
+        base::XmlDocument expected, found;
+        expected.LoadText(join());
+        found.LoadText(sheet.Text());
+        ASSERT_EQ(found.Text(), expected.Text());
+    }
 }
 
 TEST(OptionSheet, EachOfTwoOptionsOfOneNameKeepsItsOwnValue) {
