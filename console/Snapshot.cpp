@@ -102,6 +102,21 @@ Json OfView(const model::View& view) {
             {"mode", view.mode}};
 }
 
+Json OfReceived(const std::pair<std::string, std::string>& received) {
+    return {{"member", received.first}, {"text", received.second}};
+}
+
+/// As views, and what the control in each has received.
+Json OfWindows(const Model& model) {
+    Json windows = ListOf(model.Windows(), &OfView);
+    for (Json& window : windows) {
+        window["received"] = Json::array();
+        for (const model::Control& control : model.Controls())
+            if (window["key"] == control.view) window["received"] = ListOf(control.members, &OfReceived);
+    }
+    return windows;
+}
+
 Json OfTask(const model::Task& task) {
     return {
         {"key", task.key}, {"caption", task.caption}, {"icon", task.icon}, {"description", task.description}};
@@ -141,7 +156,7 @@ constexpr Part parts[] = {
     {"contextmenu", [](const Model& m) { return ListOf(m.ContextMenu(), &OfContextItem); }},
     {"tabs", [](const Model& m) { return ListOf(m.Tabs(), &OfTab); }},
     {"views", [](const Model& m) { return ListOf(m.Views(), &OfView); }},
-    {"windows", [](const Model& m) { return ListOf(m.Windows(), &OfView); }},
+    {"windows", &OfWindows},
     {"taskviews", [](const Model& m) { return ListOf(m.TaskViews(), &OfTaskView); }},
     {"loaded", [](const Model& m) { return ListOf(m.Loaded(), &OfLoadedTool); }},
     {"processes", [](const Model& m) { return ListOf(m.Processes(), &OfProcess); }},

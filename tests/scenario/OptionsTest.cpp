@@ -113,14 +113,16 @@ TEST_F(Options, DialogIsShownOnceInitialisedSavedAndClosed) {
     EXPECT_EQ(window.at("height"), 9500);
     EXPECT_EQ(window.at("mode"), 3);
 
-    std::size_t added = 0;
-    std::string initialised;
-    for (const Json& call : run.Of("call")) {
-        if (call.at("operation") == "Views.Add" && call.at("arguments").front() == "ocxToolOptions") ++added;
-        if (call.at("operation") == "Control.Call") initialised = call.at("arguments").at(1);
-    }
-    EXPECT_EQ(added, 1u);
-    EXPECT_EQ(Element(Parsed(initialised), "cmbSheet", "Value"), "A3 landscape");
+    const Json received = Find(window.at("received"), "member", "Initialize");
+    ASSERT_FALSE(received.is_null());
+    EXPECT_EQ(Element(Parsed(received.at("text")), "cmbSheet", "Value"), "A3 landscape");
+    const std::vector<Json> calls = run.Of("call");
+    EXPECT_EQ(std::count_if(calls.begin(), calls.end(),
+                            [](const Json& call) {
+                                return call.at("operation") == "Views.Add" &&
+                                       call.at("arguments").front() == "ocxToolOptions";
+                            }),
+              1);
     EXPECT_THAT(Destinations(run.Messages("NewOptions")), ElementsAre("Tobr43", "Tobr43"));
     EXPECT_EQ(run.Replies().back(), "A0");
     EXPECT_EQ(Value("cmbSheet"), "A0");
