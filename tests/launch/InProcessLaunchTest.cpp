@@ -93,6 +93,32 @@ TEST_F(InProcessLaunch, KeepsTheToolItemsDisabledUntilTheVantorIsUnloaded) {
     EXPECT_EQ(EnabledToolItems(), (Strings{"mnuBMF21", "mnuWRM34", "mnuUNI07", "mnuToolsSep1"}));
 }
 
+TEST_F(InProcessLaunch, ForgetsTheFirstEntryOfAnUnloadedVantorInAnyLetterCase) {
+    LoadVantors();
+    Launch("Beam");
+    const std::string vrex = host->Framework()->LoadedTools().Item(1)->ProductDataKey();
+    Probe().LoadedTools().Clear();
+    for (const char* name : {"Other", "bEAM", "Beam"})
+        Probe().LoadedTools().Add(name);
+    Request("UnloadTool", {{"vrex", vrex}, {"toolID", ""}});
+    EXPECT_EQ(LoadedVantors(), (Strings{"Other", "Beam"}));
+}
+
+TEST_F(InProcessLaunch, TellsAWorkflowOfAnUnloadedVantorBeforeTheOthers) {
+    LoadVantors();
+    host->Listen("WORKFLOW", "");
+    Launch("Beam");
+    const std::string vrex = host->Framework()->LoadedTools().Item(1)->ProductDataKey();
+    ForgetCalls();
+    ForgetHeads();
+    Request("UnloadTool", {{"vrex", "  " + base::UpperCase(vrex) + " "}, {"toolID", "T"}});
+    const std::string unload = "Tool_Unload(vrex=" + base::UpperCase(vrex) + ", toolID=T)";
+    EXPECT_EQ(Sent(),
+              (Strings{"WORKFLOW:ToolUnloaded(ToolName=Beam)", "Zarn11:" + unload, "SnapIn:" + unload}));
+    EXPECT_EQ(SentHeads(),
+              (Strings{"WORKFLOW:ToolUnloaded 10 9", "Zarn11:Tool_Unload 2 9", "SnapIn:Tool_Unload 2 9"}));
+}
+
 TEST_F(InProcessLaunch, RefusesEveryFurtherLaunchWhileAVantorIsLoaded) {
     LoadVantors();
     Launch("Beam");
