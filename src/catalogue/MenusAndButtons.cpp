@@ -24,7 +24,9 @@ std::string IdentifierInMenus(const arvon::IToolRecord& tool) {
 }
 
 std::string Joined(std::string_view first, std::string_view second) {
-    return std::string(first).append(second);
+    std::string joined;
+    joined.reserve(first.size() + second.size());
+    return joined.append(first).append(second);
 }
 
 } // namespace

@@ -6,7 +6,8 @@ namespace kvtm {
 
 /// Tools of the framework itself: never shown anywhere.
 inline bool BelongsToFramework(const arvon::IToolRecord& tool) {
-    return tool.Classification() == "Manager" || tool.Classification() == "Core Tool";
+    const std::string classification = tool.Classification();
+    return classification == "Manager" || classification == "Core Tool";
 }
 
 /// The rule shared by everything that shows tools.
