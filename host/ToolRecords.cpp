@@ -23,10 +23,20 @@ bool SameMember(std::string_view left, std::string_view right) {
                                                      [&](char a, char b) { return lower(a) == lower(b); });
 }
 
+constexpr auto members = [] {
+    std::array<std::string_view, toolFieldNames.size()> all;
+    std::copy(toolFieldNames.begin(), toolFieldNames.end(), all.begin());
+    return all;
+}();
+
 std::optional<ToolField> FieldOf(std::string_view member) {
-    for (std::size_t index = 0; index < toolFieldNames.size(); ++index)
-        if (SameMember(member, toolFieldNames[index])) return static_cast<ToolField>(index);
-    return {};
+    auto found = std::find(members.begin(), members.end(), member); // nearly always written just so
+    if (found == members.end()) {
+        found = std::find_if(members.begin(), members.end(),
+                             [member](std::string_view other) { return SameMember(member, other); });
+    }
+    if (found == members.end()) return {};
+    return static_cast<ToolField>(found - members.begin());
 }
 
 std::string IsoText(base::Date date) {
