@@ -58,6 +58,15 @@ std::size_t CountOf(const benchmark::State& state) {
     return static_cast<std::size_t>(state.range(0));
 }
 
+// Fewer repetitions than elsewhere: setting up so many tools takes long.
+void SortSizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond)->Repetitions(5);
+}
+
+void Sizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->Repetitions(5);
+}
+
 void SortByName(benchmark::State& state) {
     const ManyTools tools(CountOf(state));
     for (auto _ : state) {
@@ -65,7 +74,7 @@ void SortByName(benchmark::State& state) {
         benchmark::DoNotOptimize(sorted);
     }
 }
-BENCHMARK(SortByName)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(SortByName)->Apply(SortSizes);
 
 void SortByDate(benchmark::State& state) {
     const ManyTools tools(CountOf(state));
@@ -74,7 +83,7 @@ void SortByDate(benchmark::State& state) {
         benchmark::DoNotOptimize(sorted);
     }
 }
-BENCHMARK(SortByDate)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(SortByDate)->Apply(SortSizes);
 
 #ifdef KVTM_BENCH_QT
 /// The same texts, in memory already.
@@ -88,12 +97,8 @@ void QtSortOfTexts(benchmark::State& state) {
         benchmark::DoNotOptimize(sorted);
     }
 }
-BENCHMARK(QtSortOfTexts)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(QtSortOfTexts)->Apply(SortSizes);
 #endif
-
-void Sizes(benchmark::internal::Benchmark* benchmark) {
-    benchmark->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-}
 
 /// The click on the pane's switch, until list, menu and toolbar of the host stand.
 void ShowAllClick(benchmark::State& state) {
