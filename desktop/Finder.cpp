@@ -22,6 +22,13 @@ constexpr int kindRole = Qt::UserRole;
 constexpr int keysRole = Qt::UserRole + 1;
 constexpr int rowPadding = 5;
 
+/// Takes an icon's place, so that all texts begin at one line.
+QIcon NoIcon() {
+    QPixmap nothing(16, 16);
+    nothing.fill(Qt::transparent);
+    return QIcon(nothing);
+}
+
 } // namespace
 
 class Finder::Model final : public QAbstractListModel {
@@ -54,7 +61,7 @@ public:
         case Qt::DisplayRole:
             return entry.text;
         case Qt::DecorationRole:
-            return entry.icon;
+            return entry.icon.isNull() ? NoIcon() : entry.icon;
         case Qt::ToolTipRole:
             return entry.hint;
         case Qt::AccessibleTextRole:
@@ -134,6 +141,7 @@ Finder::Finder(QWidget* parent)
     found_->setAccessibleName(text::Of(text::finder::Results));
     found_->setModel(model_);
     found_->setItemDelegate(new Delegate(found_));
+    found_->setIconSize(QSize(16, 16));
     found_->setUniformItemSizes(true);
     found_->setFocusPolicy(Qt::ClickFocus);
     auto* layout = new QVBoxLayout(this);

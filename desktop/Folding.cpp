@@ -30,7 +30,8 @@ QChar WithoutStroke(QChar c) {
 
 QString Folded(const QString& text) {
     if (IsPlain(text)) return text.toLower();
-    const QString decomposed = text.normalized(QString::NormalizationForm_KD).toCaseFolded();
+    QString decomposed = text.normalized(QString::NormalizationForm_KD).toCaseFolded();
+    decomposed.replace(u'ß', QLatin1String("ss"));
     QString folded;
     folded.reserve(decomposed.size());
     for (const QChar c : decomposed)

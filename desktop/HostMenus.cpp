@@ -188,7 +188,8 @@ void HostMenus::DrawToolbar() {
     }
     if (described == drawnToolbar_) return;
     drawnToolbar_ = described;
-    toolBar_.clear();
+    for (QAction* action : toolBar_.actions())
+        delete action;
     const Shown shown = Limited(buttons.size());
     for (std::size_t i = 0; i < shown.entries.size(); ++i) {
         if (shown.more && i == mostEntries)

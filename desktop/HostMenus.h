@@ -32,6 +32,11 @@ public:
 
     void DrawMenus();
     void DrawToolbar();
+    /// Pictures look different: the toolbar is made anew.
+    void RefreshPictures() {
+        drawnToolbar_.clear();
+        DrawToolbar();
+    }
     /// Shows the context menu that the host holds at this moment; nothing when it is empty.
     void ShowContextMenu(const QPoint& globalPosition);
     /// Clicks that item.

@@ -28,6 +28,7 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QToolBar>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -212,13 +213,12 @@ void MainWindow::Connect() {
     connect(&bridge_, &HostBridge::Changed, this, &MainWindow::Draw);
     connect(&bridge_, &HostBridge::Progress, this, &MainWindow::ShowProgress);
     connect(&bridge_, &HostBridge::PointerChanged, this, &MainWindow::ShowPointer);
-    connect(&bridge_, &HostBridge::Problem, this, &MainWindow::ShowProblem);
-    connect(&bridge_, &HostBridge::Refused, this, &MainWindow::ShowProblem);
+    connect(&bridge_, &HostBridge::Problem, this, &MainWindow::TakeInProblem);
+    connect(&bridge_, &HostBridge::Refused, this, &MainWindow::Tell);
     connect(&bridge_, &HostBridge::UpdatesOffered, updates_, &UpdatesWindow::Offer, Qt::QueuedConnection);
     connect(&bridge_, &HostBridge::ProcessStarted, this, [this](qint64 id, const QString& commandLine) {
         states_.ProcessStarted(id, commandLine);
-        statusBar()->showMessage(text::Of(text::status::Started).arg(states_.NameOfProgram(commandLine)),
-                                 messageTime);
+        Tell(text::Of(text::status::Started).arg(states_.NameOfProgram(commandLine)));
     });
     connect(&bridge_, &HostBridge::ProcessEnded, this,
             [this](qint64 id, int exitCode, const QString& commandLine) {
@@ -227,7 +227,7 @@ void MainWindow::Connect() {
                 const QString ended = exitCode == 0
                                           ? text::Of(text::status::Ended).arg(name)
                                           : text::Of(text::status::EndedBadly).arg(name).arg(exitCode);
-                statusBar()->showMessage(ended, messageTime);
+                Tell(ended);
             });
     connect(navigator_, &Navigator::ContextMenuReady, menus_, &HostMenus::ShowContextMenu);
     connect(programs_, &ToolListPage::CurrentChanged, taskPane_, &TaskPane::SetCurrent);
@@ -249,7 +249,16 @@ void MainWindow::Begin() {
     Draw(Parts::All());
     RestoreLayout();
     begun_ = true;
-    programs_->setFocus();
+    OrderTabs();
+    programs_->List().setFocus();
+}
+
+void MainWindow::OrderTabs() {
+    const QList<QWidget*> parts{navigator_->findChild<QTabBar*>(), &navigator_->Tree(), &programs_->Filter(),
+                                &programs_->List()};
+    for (qsizetype i = 1; i < parts.size(); ++i)
+        setTabOrder(parts[i - 1], parts[i]);
+    taskPane_->OrderTabs(parts.last());
 }
 
 // drawing
@@ -361,9 +370,15 @@ void MainWindow::ShowPointer(int pointer) {
     }
 }
 
-void MainWindow::ShowProblem(const QString& text) {
+void MainWindow::Tell(const QString& text) {
     statusBar()->setProperty("progress", false);
     statusBar()->showMessage(text, messageTime);
+}
+
+void MainWindow::TakeInProblem(const QString& text) {
+    Tell(text);
+    states_.ForgetFiles(); // it may be about a program that could not be loaded
+    ShowStates();
 }
 
 void MainWindow::UnloadVantor() {
@@ -485,6 +500,10 @@ void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && begun_) {
         states_.ForgetFiles();
         programs_->RefreshStates();
+    }
+    if (event->type() == QEvent::PaletteChange && begun_) {
+        menus_->RefreshPictures();
+        DrawTaskPane();
     }
     QMainWindow::changeEvent(event);
 }

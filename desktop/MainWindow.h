@@ -72,7 +72,10 @@ private:
     void UnloadVantor();
     void ShowProgress(const QString& what);
     void ShowPointer(int pointer);
-    void ShowProblem(const QString& text);
+    /// In the status bar, for a while.
+    void Tell(const QString& text);
+    void TakeInProblem(const QString& text);
+    void OrderTabs();
     std::vector<FinderEntry> FinderEntries();
     void AddMenuEntries(std::vector<FinderEntry>& entries, const QString& kind,
                         const std::vector<arvon::host::model::MenuItem>& items);

@@ -43,7 +43,6 @@ Navigator::Navigator(HostBridge& bridge, const ToolStates& states, const Picture
     layout->setSpacing(0);
     layout->addWidget(tabs_);
     layout->addWidget(tree_);
-    setFocusProxy(tree_);
 
     connect(tabs_, &QTabBar::tabBarClicked, this, [this](int index) {
         if (index < 0) return;

@@ -4,10 +4,13 @@
 #include "desktop/QtText.h"
 #include "platform/FilePaths.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QPixmap>
 #include <QStyle>
 #include <QWidget>
+
+#include <utility>
 
 namespace desktop {
 
@@ -15,11 +18,32 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 
-/// The installation's pictures are 16 pixels wide; scaled by whole numbers they stay sharp.
-QIcon SharpIcon(const QPixmap& picture) {
-    QIcon icon(picture);
-    for (const int factor : {2, 3}) {
-        icon.addPixmap(picture.scaled(picture.size() * factor, Qt::KeepAspectRatio, Qt::FastTransformation));
+bool IsDark(const QPalette& palette) {
+    return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
+}
+
+/// The installation's pictures are 16 pixels wide and drawn for light backgrounds: scaled by whole numbers
+/// they stay sharp, and on dark ones they get a light plate.
+QIcon SharpIcon(const QPixmap& picture, const QPalette& palette) {
+    QIcon icon;
+    for (const int factor : {1, 2, 3}) {
+        const QPixmap scaled =
+            picture.scaled(picture.size() * factor, Qt::KeepAspectRatio, Qt::FastTransformation);
+        if (!IsDark(palette)) {
+            icon.addPixmap(scaled);
+            continue;
+        }
+        const int margin = 2 * factor;
+        QPixmap plate(scaled.size() + QSize(2 * margin, 2 * margin));
+        plate.fill(Qt::transparent);
+        QPainter painter(&plate);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette.color(QPalette::Text));
+        painter.drawRoundedRect(plate.rect(), 2 * margin, 2 * margin);
+        painter.drawPixmap(margin, margin, scaled);
+        painter.end();
+        icon.addPixmap(plate);
     }
     return icon;
 }
@@ -42,10 +66,12 @@ QIcon Pictures::OfName(const QString& name) const {
 }
 
 QIcon Pictures::OfFile(const QString& path) const {
+    const QPalette palette = QApplication::palette();
+    if (std::exchange(paletteKey_, palette.cacheKey()) != palette.cacheKey()) icons_.clear();
     const auto known = icons_.constFind(path);
     if (known != icons_.constEnd()) return *known;
     const QPixmap picture(SystemPath(path));
-    return *icons_.insert(path, picture.isNull() ? QIcon() : SharpIcon(picture));
+    return *icons_.insert(path, picture.isNull() ? QIcon() : SharpIcon(picture, palette));
 }
 
 QPixmap Pictures::PixmapOfFile(const QString& path) const {

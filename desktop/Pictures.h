@@ -27,7 +27,8 @@ private:
 
     std::filesystem::path installation_;
     QString imageFolder_;
-    mutable QHash<QString, QIcon> icons_; // by path
+    mutable QHash<QString, QIcon> icons_; // by path; made for one palette
+    mutable qint64 paletteKey_ = 0;
 };
 
 /// The picture of a tool by its name, else the style's picture of a file.

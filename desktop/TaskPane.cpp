@@ -95,7 +95,8 @@ void TaskPane::Draw(const arvon::host::model::TaskView& pane) {
 
 void TaskPane::DrawTasks(const std::vector<arvon::host::model::Task>& tasks) {
     while (buttons_.size() > tasks.size()) {
-        delete buttons_.back();
+        buttons_.back()->hide();
+        buttons_.back()->deleteLater();
         buttons_.pop_back();
     }
     while (buttons_.size() < tasks.size()) {
@@ -124,6 +125,14 @@ void TaskPane::DrawTasks(const std::vector<arvon::host::model::Task>& tasks) {
                                          : QStringLiteral("%1 (%2)").arg(
                                                description, keys.toString(QKeySequence::NativeText)));
     }
+}
+
+void TaskPane::OrderTabs(QWidget* before) {
+    for (QToolButton* button : buttons_) {
+        setTabOrder(before, button);
+        before = button;
+    }
+    setTabOrder(before, showAll_);
 }
 
 void TaskPane::SetCurrent(const QString& rowText) {

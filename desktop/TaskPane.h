@@ -27,6 +27,8 @@ public:
     void SetCurrent(const QString& rowText);
     /// Clicks the task of that key, asking first where that is due.
     void Click(const QString& taskKey);
+    /// The Tab key goes from that widget through the tasks from top to bottom.
+    void OrderTabs(QWidget* before);
     /// Keys that tasks are given, beside those of the menus.
     static QKeySequence ShortcutOf(const QString& taskKey);
 

@@ -45,6 +45,7 @@ inline constexpr const char* OneShown = "1 program";
 inline constexpr const char* SomeShown = "%1 of %2";
 inline constexpr const char* NoMatch = "No program matches \"%1\"";
 inline constexpr const char* NoTools = "No programs are installed";
+inline constexpr const char* Columns = "Columns of the list of programs";
 inline constexpr const char* Status = "Status";
 } // namespace list
 

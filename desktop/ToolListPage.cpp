@@ -68,6 +68,7 @@ ToolListPage::ToolListPage(HostBridge& bridge, const ToolStates& states, const P
     list_->setAllColumnsShowFocus(true);
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list_->setExpandsOnDoubleClick(false);
+    list_->header()->setAccessibleName(text::Of(text::list::Columns));
     list_->header()->setSectionsClickable(true);
     list_->header()->setStretchLastSection(true);
     list_->installEventFilter(this);
@@ -80,7 +81,6 @@ ToolListPage::ToolListPage(HostBridge& bridge, const ToolStates& states, const P
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(top);
     layout->addWidget(list_, 1);
-    setFocusProxy(list_);
 
     clock_.setInterval(std::chrono::seconds(1));
     connect(&clock_, &QTimer::timeout, rows_, &ToolListModel::RefreshTimes);
@@ -210,10 +210,11 @@ void ToolListPage::Open(const QModelIndex& index) {
 
 void ToolListPage::ClickHeader(int column) {
     const QString key = rows_->ColumnKey(column);
-    if (key.isEmpty()) return; // the state is the desktop's own
-    const QHeaderView& header = *list_->header();
-    const bool again = header.isSortIndicatorShown() && header.sortIndicatorSection() == column;
-    const bool turned = again && header.sortIndicatorOrder() == Qt::AscendingOrder;
+    if (key.isEmpty()) { // the state is the desktop's own; the header has moved its arrow there already
+        DrawOrder();
+        return;
+    }
+    const bool turned = key == orderKey_ && !orderDescends_;
     ShowOrder(key, turned);
     bridge_.Do([view = FromQt(viewKey_), key = FromQt(key), turned](
                    ReferenceHost& host) { host.ColumnClick(view, key, turned ? descending : ascending); },
@@ -221,10 +222,17 @@ void ToolListPage::ClickHeader(int column) {
 }
 
 void ToolListPage::ShowOrder(const QString& columnKey, bool isDescending) {
+    orderKey_ = columnKey;
+    orderDescends_ = isDescending;
+    DrawOrder();
+}
+
+void ToolListPage::DrawOrder() {
+    list_->header()->setSortIndicatorShown(!orderKey_.isEmpty());
     for (int column = 0; column + 1 < rows_->columnCount(); ++column) {
-        if (rows_->ColumnKey(column) != columnKey) continue;
-        list_->header()->setSortIndicatorShown(true);
-        list_->header()->setSortIndicator(column, isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
+        if (rows_->ColumnKey(column) == orderKey_)
+            list_->header()->setSortIndicator(column,
+                                              orderDescends_ ? Qt::DescendingOrder : Qt::AscendingOrder);
     }
 }
 
@@ -234,7 +242,7 @@ QByteArray ToolListPage::HeaderState() const {
 
 void ToolListPage::RestoreHeader(const QByteArray& state) {
     if (list_->header()->restoreState(state)) columnsPlaced_ = true;
-    list_->header()->setSortIndicatorShown(false); // the order is the system's, not remembered here
+    DrawOrder(); // the order is the system's, not remembered here
     list_->header()->setSectionsClickable(true);
 }
 

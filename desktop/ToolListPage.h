@@ -52,9 +52,11 @@ private:
     void TellSelected(const QModelIndex& index);
     void Open(const QModelIndex& index);
     void ClickHeader(int column);
+    void DrawOrder();
 
     HostBridge& bridge_;
-    QString viewKey_, current_;
+    QString viewKey_, current_, orderKey_;
+    bool orderDescends_ = false;
     QLineEdit* filter_;
     QLabel* count_;
     QTreeView* list_;
