@@ -1,0 +1,279 @@
+#include "tests/desktop/DesktopFixture.h"
+
+#include "base/ComponentError.h"
+#include "core/contract/Framework.h"
+#include "desktop/QtText.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+
+namespace desktop {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class WindowsTest : public DesktopTest {
+protected:
+    void OpenOptions() {
+        Press(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+        ASSERT_TRUE(WaitUntil([this] { return window->Windows().Window(QStringLiteral("ocxToolOptions")); }));
+    }
+    QDialog* Options() { return window->Windows().Window(QStringLiteral("ocxToolOptions")); }
+    /// The page of that program among the options.
+    void OpenPage(const QString& program) {
+        auto* pages = Options()->findChild<QAbstractItemView*>(QStringLiteral("pages"));
+        ASSERT_NE(pages, nullptr);
+        const QModelIndexList found = pages->model()->match(pages->model()->index(0, 0), Qt::DisplayRole,
+                                                            program, 1, Qt::MatchStartsWith);
+        ASSERT_FALSE(found.isEmpty());
+        pages->setCurrentIndex(found.first());
+        QApplication::processEvents();
+    }
+};
+
+TEST_F(WindowsTest, OptionsThatAreChangedLandInTheFile) {
+    Open();
+    OpenOptions();
+    EXPECT_EQ(Options()->windowTitle(), QStringLiteral("Options"));
+    OpenPage(QStringLiteral("Beam & Frame"));
+    auto* factor = Options()->findChild<QLineEdit*>(QStringLiteral("txtSafetyFactor"));
+    ASSERT_NE(factor, nullptr);
+    factor->setFocus();
+    factor->selectAll();
+    QTest::keyClicks(factor, QStringLiteral("1.75"));
+    QTest::mouseClick(Options()->findChild<QPushButton*>(QStringLiteral("ok")), Qt::LeftButton);
+    ASSERT_TRUE(WaitUntil([this] { return bridge->Model().Windows().empty() && !Options(); }));
+    Settle();
+    EXPECT_THAT(Read("Arvon/OPTIONS.XML").toStdString(), HasSubstr("<Value>1.75</Value>"));
+    EXPECT_EQ(bridge->Host().SendRequest(
+                  "GetOptionValue",
+                  std::vector<arvon::host::ParameterRecord>{
+                      {"ToolID", 2, base::Value("Vn21")}, {"OptionName", 2, base::Value("txtSafetyFactor")}}),
+              "1.75");
+}
+
+TEST_F(WindowsTest, OptionsCloseByEscapeAndOpenAgain) {
+    Open();
+    const QByteArray before = Read("Arvon/OPTIONS.XML");
+    for (int round = 0; round < 2; ++round) {
+        OpenOptions();
+        QTest::keyClick(Options(), Qt::Key_Escape);
+        ASSERT_TRUE(WaitUntil([this] { return !Options(); }));
+        EXPECT_THAT(bridge->Model().Windows(), IsEmpty());
+    }
+    EXPECT_EQ(Read("Arvon/OPTIONS.XML"), before);
+}
+
+TEST_F(WindowsTest, TheUpdatesThatTheComponentAsksForAreShown) {
+    Open();
+    Press(QKeySequence(Qt::CTRL | Qt::Key_U));
+    auto* updates = Find<QDialog>("updatesWindow");
+    ASSERT_TRUE(WaitUntil([&] { return updates->isVisible(); }));
+    EXPECT_EQ(updates->windowTitle(), QStringLiteral("Program Updates"));
+    auto* programs = Find<QTreeView>("offeredPrograms");
+    QStringList names;
+    for (int row = 0; row < programs->model()->rowCount(); ++row)
+        names.append(programs->model()->index(row, 0).data().toString());
+    EXPECT_THAT(names, testing::Contains(QStringLiteral("Layout")));
+    EXPECT_TRUE(Find<QFrame>("banner")->isVisible());
+    QTest::keyClick(updates, Qt::Key_Escape);
+    EXPECT_FALSE(updates->isVisible());
+
+    Press(QKeySequence(Qt::CTRL | Qt::Key_I));
+    ASSERT_TRUE(WaitUntil([&] { return updates->isVisible(); }));
+    EXPECT_EQ(Find<QLabel>("offerTitle")->text(), QStringLiteral("Programs that can be installed"));
+    QTest::mouseClick(Find<QToolButton>("dismissBanner"), Qt::LeftButton);
+    EXPECT_FALSE(Find<QFrame>("banner")->isVisible());
+}
+
+TEST_F(WindowsTest, TheUpdatesButtonShowsTheUpdatesControlInPlaceOfTheList) {
+    Open();
+    auto* bar = Find<QToolBar>("toolBar");
+    QTest::mouseClick(bar->widgetForAction(bar->findChild<QAction*>(QStringLiteral("btnUpdateTools"))),
+                      Qt::LeftButton);
+    Settle();
+    EXPECT_FALSE(List().isVisible());
+    EXPECT_NE(
+        Find<QStackedWidget>("content")->currentWidget()->findChild<QTabWidget*>(QStringLiteral("offers")),
+        nullptr);
+}
+
+TEST_F(WindowsTest, TheLanguageIsSwitchedWhileTheWindowIsOpen) {
+    Open();
+    ActionOf("language1031")->trigger();
+    Settle();
+    EXPECT_TRUE(ActionOf("language1031")->isChecked());
+    EXPECT_EQ(bridge->Model().Language(), "1031");
+    EXPECT_EQ(bridge->Text(34), QStringLiteral("Programmaktualisierungen"));
+    Press(QKeySequence(Qt::CTRL | Qt::Key_U));
+    auto* updates = Find<QDialog>("updatesWindow");
+    ASSERT_TRUE(WaitUntil([&] { return updates->isVisible(); }));
+    EXPECT_EQ(updates->windowTitle(), QStringLiteral("Programmaktualisierungen"));
+    QTest::keyClick(updates, Qt::Key_Escape);
+
+    // what the component said before stays until it says it anew, at the next start
+    Close();
+    Open();
+    EXPECT_EQ(ActionOf("mnuToolOptions")->text(), QStringLiteral("&Optionen..."));
+}
+
+TEST_F(WindowsTest, StartsInTheLanguageThatIsAskedFor) {
+    Open("1031");
+    EXPECT_EQ(ActionOf("mnuToolOptions")->text(), QStringLiteral("&Optionen..."));
+}
+
+TEST_F(WindowsTest, RefusesALanguageThatTheSuiteDoesNotHave) {
+    HostBridge own(suite);
+    try {
+        own.Load({ARVON_COMPONENT, {}, "9999"});
+        FAIL() << "loaded";
+    } catch (const base::ComponentError& failure) {
+        EXPECT_EQ(failure.Description(), "no language \"9999\": expected one of 1031, 1033");
+    }
+}
+
+TEST_F(WindowsTest, RemembersItsArrangementAndItsPage) {
+    Open();
+    Press(QKeySequence(Qt::Key_F9));
+    Press(QKeySequence(Qt::Key_F12));
+    List().header()->resizeSection(0, 333);
+    window->resize(900, 555);
+    Tree().setCurrentIndex(NodeOf(QStringLiteral("Plot Queue")));
+    Settle();
+    Close();
+
+    Open();
+    EXPECT_EQ(window->Nodes().SelectedNode(), QStringLiteral("Plot Queue"));
+    EXPECT_EQ(List().header()->sectionSize(0), 333);
+    EXPECT_EQ(window->size(), QSize(900, 555));
+    EXPECT_FALSE(Find<QWidget>("taskPane")->isVisible());
+    EXPECT_TRUE(Find<QDockWidget>("traceDock")->isVisible());
+}
+
+TEST_F(WindowsTest, APageThatIsGoneIsForgotten) {
+    Open();
+    Tree().setCurrentIndex(NodeOf(QStringLiteral("Plot Queue")));
+    Settle();
+    Close();
+    QByteArray catalogue = Read("Arvon/Tools.xml");
+    QFile file(ToQt(File("Arvon/Tools.xml").string()));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(catalogue.replace("Plot Queue", "Plotter"));
+    file.close();
+    Open();
+    EXPECT_EQ(window->Nodes().SelectedNode(), QStringLiteral("nodTools"));
+    EXPECT_TRUE(List().isVisible());
+}
+
+TEST_F(WindowsTest, ShowsTheHourglassWhileTheComponentAsksForIt) {
+    Open();
+    const auto framework = bridge->Host().Framework();
+    framework->SetMousePointer(arvon::pointer::Hourglass);
+    framework->SetMousePointer(arvon::pointer::Hourglass);
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    framework->SetMousePointer(arvon::pointer::Default);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(WindowsTest, TellsWhatTheHostRefused) {
+    Open();
+    bridge->Do([](arvon::host::ReferenceHost& host) { host.ClickMenu("mnuNone"); });
+    Settle();
+    EXPECT_EQ(StatusText(), QStringLiteral("no menu item \"mnuNone\""));
+}
+
+TEST_F(WindowsTest, EditsAProgramAndKeepsItInTheCatalogue) {
+    Open();
+    ClickRow(QStringLiteral("Layout"));
+    QTimer typing;
+    QObject::connect(&typing, &QTimer::timeout, [] {
+        QWidget* editor = QApplication::activeModalWidget();
+        auto* name = editor ? editor->findChild<QLineEdit*>() : nullptr;
+        if (!name) return;
+        name->setFocus();
+        name->selectAll();
+        QTest::keyClicks(name, QStringLiteral("Layouter"));
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    typing.start(50);
+    Press(QKeySequence(Qt::Key_F2));
+    ASSERT_TRUE(WaitUntil([this] { return Read("Arvon/Tools.xml").contains("Name=\"Layouter\""); }));
+    typing.stop();
+    Settle();
+}
+
+TEST_F(WindowsTest, ShowsAMessageWithItsIconAndTitle) {
+    Open();
+    bridge->Do([](arvon::host::ReferenceHost& host) {
+        host.Framework()->ShowMessage("First.\r\n\tSecond.", 16, "A Title");
+        host.Framework()->ShowMessage("Only.", 64, "");
+        host.Framework()->ShowMessage("", 0, "Nothing");
+    });
+    ASSERT_TRUE(WaitUntil([this] { return boxes.size() == 3; }));
+    EXPECT_EQ(boxes[0].text, QStringLiteral("First.\nSecond."));
+    EXPECT_EQ(boxes[0].title, QStringLiteral("A Title"));
+    EXPECT_EQ(boxes[0].icon, QMessageBox::Critical);
+    EXPECT_EQ(boxes[1].title, QStringLiteral("Arvon"));
+    EXPECT_EQ(boxes[1].icon, QMessageBox::Information);
+    EXPECT_EQ(boxes[2].text, QString());
+}
+
+struct ProgramRun {
+    int exitCode = -1;
+    QString output, errors;
+};
+
+ProgramRun RunDesktop(const QStringList& arguments, const QProcessEnvironment& environment) {
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(ARVON_DESKTOP), arguments);
+    EXPECT_TRUE(program.waitForFinished(30000));
+    return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
+            QString::fromUtf8(program.readAllStandardError())};
+}
+
+TEST(DesktopProgram, SaysOnOneLineWhyItCannotStart) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    const ProgramRun run = RunDesktop({}, environment);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(
+        run.errors,
+        QStringLiteral("arvon-desktop: there is no display: DISPLAY and WAYLAND_DISPLAY are not set\n"));
+}
+
+TEST(DesktopProgram, PrintsWhenItWasPaintedFirst) {
+    QTemporaryDir folder;
+    const ProgramRun run = RunDesktop({QStringLiteral("--measure"), QStringLiteral("--layout"),
+                                       folder.filePath(QStringLiteral("layout.ini"))},
+                                      QProcessEnvironment::systemEnvironment());
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^first paint: \\d+ ms\n$")).match(run.output).hasMatch())
+        << run.output.toStdString();
+}
+
+TEST(DesktopProgram, ShowsABoxForABrokenSuiteAndEndsWithStatusTwo) {
+    QProcess program;
+    program.start(QStringLiteral(ARVON_DESKTOP),
+                  {QStringLiteral("--suite"), QStringLiteral("/no/such/suite")});
+    ASSERT_TRUE(program.waitForStarted());
+    QByteArray errors;
+    for (int i = 0; i < 100 && !errors.contains('\n'); ++i) {
+        program.waitForReadyRead(100);
+        errors += program.readAllStandardError();
+    }
+    EXPECT_THAT(errors.toStdString(), HasSubstr("/no/such/suite"));
+    EXPECT_EQ(program.state(), QProcess::Running) << "the message waits for its reader";
+    program.kill();
+    program.waitForFinished();
+}
+
+} // namespace
+} // namespace desktop
