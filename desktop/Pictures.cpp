@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QPainter>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QStyle>
 #include <QWidget>
 
@@ -48,6 +49,22 @@ QIcon SharpIcon(const QPixmap& picture, const QPalette& palette) {
     return icon;
 }
 
+/// The style decodes its pictures each time that it is asked, and rows ask often.
+QIcon StandardMark(QStyle::StandardPixmap which, const QWidget& widget) {
+    const qreal ratio = widget.devicePixelRatioF();
+    const QString key = QStringLiteral("arvon mark %1 %2 %3")
+                            .arg(QLatin1String(widget.style()->metaObject()->className()))
+                            .arg(static_cast<int>(which))
+                            .arg(ratio);
+    QPixmap mark;
+    if (!QPixmapCache::find(key, &mark)) {
+        const int size = widget.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &widget);
+        mark = widget.style()->standardIcon(which, nullptr, &widget).pixmap(QSize(size, size), ratio);
+        QPixmapCache::insert(key, mark);
+    }
+    return QIcon(mark);
+}
+
 } // namespace
 
 Pictures::Pictures(const std::filesystem::path& installation, const QString& imageFolder)
@@ -80,7 +97,7 @@ QPixmap Pictures::PixmapOfFile(const QString& path) const {
 
 QIcon ToolPicture(const Pictures& pictures, const QString& name, const QWidget& widget) {
     const QIcon picture = pictures.OfName(name);
-    return picture.isNull() ? widget.style()->standardIcon(QStyle::SP_FileIcon, nullptr, &widget) : picture;
+    return picture.isNull() ? StandardMark(QStyle::SP_FileIcon, widget) : picture;
 }
 
 QIcon RunningMark(const QWidget& widget) {
@@ -101,7 +118,7 @@ QIcon RunningMark(const QWidget& widget) {
 }
 
 QIcon ProblemMark(const QWidget& widget) {
-    return widget.style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, &widget);
+    return StandardMark(QStyle::SP_MessageBoxWarning, widget);
 }
 
 int PixelsOfTwips(const QWidget& widget, int twips) {
