@@ -477,13 +477,11 @@ void MainWindow::RestoreLayout() {
     const QString node = settings.value(QStringLiteral("Page/Node")).toString();
     const QString first = navigator_->SelectedNode();
     if (first.isEmpty()) return;
-    bridge_.Do([tab = FromQt(navigator_->Tab()), first = FromQt(first)](ReferenceHost& host) {
-        host.NodeEvent(tab, first, arvon::eventKind::Expanded);
-    });
-    bridge_.Do([this, node, first](ReferenceHost&) {
+    navigator_->Tree().expand(navigator_->Tree().currentIndex());
+    if (node.isEmpty() || node == first) return;
+    bridge_.Do([this, node](ReferenceHost&) {
         navigator_->Draw();
-        navigator_->Tree().expand(navigator_->Tree().currentIndex());
-        if (!node.isEmpty() && node != first) navigator_->OpenNode(node);
+        navigator_->OpenNode(node);
     });
 }
 
