@@ -4,8 +4,9 @@
 #include "core/contract/EventShapes.h"
 #include "core/contract/Framework.h"
 #include "desktop/Banner.h"
-#include "desktop/Finder.h"
+#include "desktop/FinderEntries.h"
 #include "desktop/HostMenus.h"
+#include "desktop/LanguageMenu.h"
 #include "desktop/Navigator.h"
 #include "desktop/QtText.h"
 #include "desktop/TaskPane.h"
@@ -14,14 +15,11 @@
 #include "desktop/UpdatesWindow.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
-#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QSettings>
@@ -44,27 +42,6 @@ namespace {
 
 constexpr auto listView = "lvTools";
 constexpr int messageTime = 8000; // milliseconds
-
-/// "Deutsch" of the installation's "1031", as far as Windows' numbers are known here.
-QString LanguageName(const QString& id) {
-    struct Known {
-        const char* id;
-        QLocale::Language language;
-    };
-    constexpr std::array known{
-        Known{"1031", QLocale::German},  Known{"1033", QLocale::English},    Known{"1034", QLocale::Spanish},
-        Known{"1036", QLocale::French},  Known{"1040", QLocale::Italian},    Known{"1043", QLocale::Dutch},
-        Known{"1045", QLocale::Polish},  Known{"1046", QLocale::Portuguese}, Known{"1049", QLocale::Russian},
-        Known{"1053", QLocale::Swedish},
-    };
-    for (const Known& one : known) {
-        if (id != QLatin1String(one.id)) continue;
-        QString name = QLocale(one.language).nativeLanguageName();
-        if (one.language == QLocale::English) name = QStringLiteral("English");
-        return name.left(1).toUpper() + name.mid(1);
-    }
-    return id;
-}
 
 } // namespace
 
@@ -180,7 +157,8 @@ void MainWindow::BuildOwnMenu() {
     toolBarSwitch->setStatusTip(text::Of(text::window::ToolBarHint));
     viewMenu_->addAction(toolBarSwitch);
     trace_ = viewMenu_->addSeparator(); // the trace's switch stands before it
-    BuildLanguages(*viewMenu_);
+    languages_ = new LanguageMenu(bridge_, viewMenu_);
+    viewMenu_->addMenu(languages_);
     unload_ = AddAction(*viewMenu_, text::window::Unload, text::window::UnloadHint,
                         QKeySequence(Qt::CTRL | Qt::Key_W));
     connect(unload_, &QAction::triggered, this, &MainWindow::UnloadVantor);
@@ -188,25 +166,6 @@ void MainWindow::BuildOwnMenu() {
     connect(
         AddAction(*viewMenu_, text::window::Quit, text::window::QuitHint, QKeySequence(Qt::CTRL | Qt::Key_Q)),
         &QAction::triggered, this, &QWidget::close);
-}
-
-void MainWindow::BuildLanguages(QMenu& menu) {
-    QMenu* languages = menu.addMenu(text::Of(text::window::Language));
-    languages->setObjectName(QStringLiteral("mnuLanguage"));
-    languages->menuAction()->setStatusTip(text::Of(text::window::LanguageHint));
-    languages_ = new QActionGroup(this);
-    for (const QString& id : bridge_.Languages()) {
-        QAction* action = languages->addAction(LanguageName(id));
-        action->setObjectName(QLatin1String("language") + id);
-        action->setData(id);
-        action->setCheckable(true);
-        languages_->addAction(action);
-    }
-    connect(languages_, &QActionGroup::triggered, this, [this](const QAction* action) {
-        bridge_.Do([language = FromQt(action->data().toString())](ReferenceHost& host) {
-            host.Framework()->SwitchLanguage(language);
-        });
-    });
 }
 
 void MainWindow::Connect() {
@@ -301,9 +260,7 @@ void MainWindow::DrawTitle() {
 }
 
 void MainWindow::DrawLanguage() {
-    const QString language = ToQt(bridge_.Model().Language());
-    for (QAction* action : languages_->actions())
-        action->setChecked(action->data().toString() == language);
+    languages_->MarkCurrent();
     if (!begun_) return;
     windows_->Retranslate();
     programs_->Draw();
@@ -387,66 +344,9 @@ void MainWindow::UnloadVantor() {
     bridge_.Do([name = loaded.back().name](ReferenceHost& host) { host.UnloadTool(name); });
 }
 
-// finding
-// -------------------------------------------------------------------------------------------------------
-
 void MainWindow::OpenFinder() {
-    finder_->Open(FinderEntries());
-}
-
-std::vector<FinderEntry> MainWindow::FinderEntries() {
-    std::vector<FinderEntry> entries;
-    for (const arvon::host::model::ListRow& row : bridge_.Model().List(listView)) {
-        const QString name = ToQt(row.text);
-        entries.push_back({name,
-                           text::Of(text::finder::Program),
-                           states_.ProblemOf(name),
-                           {},
-                           pictures_.OfName(states_.PictureOf(ToQt(row.key))),
-                           [this, text = row.text, name] {
-                               bridge_.Do(
-                                   [text](ReferenceHost& host) {
-                                       host.ListItemEvent(listView, text, arvon::eventKind::Opened);
-                                   },
-                                   text::Of(text::status::Launching).arg(name));
-                           }});
-    }
-    for (const arvon::host::model::Menu& menu : bridge_.Model().Menus())
-        if (menu.visible) AddMenuEntries(entries, PlainCaption(menu.caption), menu.items);
-    if (!programs_->Current().isEmpty()) {
-        for (const arvon::host::model::TaskView& pane : bridge_.Model().TaskViews()) {
-            for (const arvon::host::model::Task& task : pane.tasks) {
-                const QString key = ToQt(task.key);
-                entries.push_back({ToQt(task.caption) + QLatin1String(": ") + programs_->Current(),
-                                   text::Of(text::finder::Task), ToQt(task.description),
-                                   TaskPane::ShortcutOf(key).toString(QKeySequence::NativeText),
-                                   pictures_.OfFile(ToQt(task.icon)),
-                                   [this, key] { taskPane_->Click(key); }});
-            }
-        }
-    }
-    for (QAction* action : viewMenu_->actions()) {
-        if (action->isSeparator() || action->menu() || !action->isEnabled()) continue;
-        const QString caption = PlainCaption(FromQt(action->text()));
-        entries.push_back({caption, PlainCaption(text::window::ViewMenu), action->statusTip(),
-                           action->shortcut().toString(QKeySequence::NativeText), action->icon(),
-                           [action] { action->trigger(); }});
-    }
-    return entries;
-}
-
-void MainWindow::AddMenuEntries(std::vector<FinderEntry>& entries, const QString& kind,
-                                const std::vector<arvon::host::model::MenuItem>& items) {
-    for (const arvon::host::model::MenuItem& item : items) {
-        if (!item.visible || !item.enabled || item.separator) continue;
-        if (!item.items.empty()) {
-            AddMenuEntries(entries, PlainCaption(item.caption), item.items);
-            continue;
-        }
-        entries.push_back({PlainCaption(item.caption), kind, PlainCaption(item.description),
-                           HostMenus::ShortcutOf(ToQt(item.key)).toString(QKeySequence::NativeText), QIcon(),
-                           [this, item] { menus_->Click(item); }});
-    }
+    finder_->Open(
+        FinderEntriesOf({bridge_, states_, pictures_, *programs_, *taskPane_, *menus_, *viewMenu_}));
 }
 
 // the window itself

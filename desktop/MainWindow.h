@@ -9,9 +9,6 @@
 #include <QMainWindow>
 #include <QString>
 
-#include <vector>
-
-class QActionGroup;
 class QDockWidget;
 class QLabel;
 class QProgressBar;
@@ -23,11 +20,11 @@ namespace desktop {
 class Banner;
 class Finder;
 class HostMenus;
+class LanguageMenu;
 class Navigator;
 class TaskPane;
 class ToolListPage;
 class UpdatesWindow;
-struct FinderEntry;
 
 /// The host's window: everything that the host's model says, drawn.
 class MainWindow final : public QMainWindow {
@@ -56,7 +53,6 @@ protected:
 private:
     void BuildContent();
     void BuildOwnMenu();
-    void BuildLanguages(QMenu& menu);
     void Connect();
     QAction* AddAction(QMenu& menu, const char* caption, const char* hint, const QKeySequence& keys);
 
@@ -76,9 +72,6 @@ private:
     void Tell(const QString& text);
     void TakeInProblem(const QString& text);
     void OrderTabs();
-    std::vector<FinderEntry> FinderEntries();
-    void AddMenuEntries(std::vector<FinderEntry>& entries, const QString& kind,
-                        const std::vector<arvon::host::model::MenuItem>& items);
     void SaveLayout() const;
     void RestoreLayout();
 
@@ -101,7 +94,7 @@ private:
     Finder* finder_ = nullptr;
     UpdatesWindow* updates_ = nullptr;
     QMenu* viewMenu_ = nullptr;
-    QActionGroup* languages_ = nullptr;
+    LanguageMenu* languages_ = nullptr;
     QAction* taskPaneSwitch_ = nullptr;
     QAction* unload_ = nullptr;
     QAction* trace_ = nullptr;
