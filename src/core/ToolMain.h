@@ -61,15 +61,13 @@ using EventRef = std::shared_ptr<arvon::IEvent>;
 /// Life cycle:
 ///   1. Create: fields at their defaults, IsLoaded False.
 ///   2. The host sets IProfile.ID, IProfile.Tasks and ISecure.Key.
-///   3. ITool.Load: listener registered, views, tab, node and menu added; IsLoaded True. A failing host call
-///   ends it
-///      with that error, and what was added before stays.
-///   4. Messages arrive through IMessageListener.ReceiveMessage, one inside another where a send of the
-///   component's
-///      own makes the host answer with a message.
-///   5. ITool.Unload: what was added is taken down, but for the view "ocxToolsUpdate", the tab "tabQRV" and
-///   the
-///      listener, which stay with the host; IsLoaded False. Load may follow again.
+///   3. ITool.Load: listener registered, views, tab, node and menu added; IsLoaded True.
+///      A failing host call ends it with that error, and what was added before stays.
+///   4. Messages arrive through IMessageListener.ReceiveMessage, one inside another where
+///      a send of the component's own makes the host answer with a message.
+///   5. ITool.Unload: what was added is taken down, but for the view "ocxToolsUpdate", the
+///      tab "tabQRV" and the listener, which stay with the host; IsLoaded False. Load may
+///      follow again.
 ///
 /// Everything runs on the host's user-interface thread. Delivery is synchronous: every send is a point where
 /// the world may change.
