@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <QListView>
+#include <QTreeView>
 
 namespace desktop {
 namespace {
@@ -85,6 +86,9 @@ TEST_P(PicturesTest, Trace) {
     ShowSuite();
     window->resize(1040, 760);
     Press(QKeySequence(Qt::Key_F12));
+    Press(QKeySequence(Qt::CTRL | Qt::Key_U)); // asks other tools
+    ASSERT_TRUE(WaitUntil([this] { return Find<QDialog>("updatesWindow")->isVisible(); }));
+    Find<QTreeView>("messages")->expandAll();
     Take(*window, "trace");
 }
 

@@ -174,7 +174,7 @@ TEST_F(StoriesTest, AnEditedRecordIsSaved) {
     EXPECT_THAT(Read(Quarra("Arvon/Tools.xml")), HasSubstr("Name=\"Sheets &amp; Plans\""));
 }
 
-TEST_F(StoriesTest, ACopiedSessionRunsAgainInTheConsole) {
+TEST_F(StoriesTest, ACopiedScriptRunsAgainInTheConsole) {
     Load();
     host->NodeEvent("tabQRV", "nodTools");
     const std::string column = host->Model().Columns("lvTools").at(1).key;
