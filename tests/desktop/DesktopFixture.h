@@ -5,6 +5,7 @@
 #include "desktop/Navigator.h"
 #include "desktop/TaskPane.h"
 #include "desktop/ToolListPage.h"
+#include "tests/support/TestVariable.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -84,6 +85,7 @@ protected:
 private:
     void AnswerBoxes();
 
+    WithoutDisplay withoutDisplay_; // the test's own program has it already
     QTimer answering_;
 };
 

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "core/Names.h"
 #include "tests/support/ComponentFixture.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 
@@ -103,6 +104,7 @@ private:
         }
         Strings heads;
     };
+    WithoutDisplay withoutDisplay_;
     Heads heads_;
 };
 

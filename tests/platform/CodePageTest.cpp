@@ -1,7 +1,7 @@
 #include "platform/CodePage.h"
 
 #include "tests/base/RefusalOf.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/DebugOutput.h"
 
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,7 @@
 
 #include "tests/platform/PrinterServer.h"
 #include "tests/platform/TestFolder.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 

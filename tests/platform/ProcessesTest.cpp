@@ -4,6 +4,7 @@
 #include "platform/Services.h"
 #include "platform/modUtility.h"
 #include "tests/platform/TestFolder.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 

@@ -55,31 +55,6 @@ private:
     std::filesystem::path folder_;
 };
 
-/// An environment variable for the length of a test; null takes it away.
-class TestVariable {
-public:
-    TestVariable(const char* name, const char* value) : name_(name) {
-        const char* old = std::getenv(name);
-        wasSet_ = old != nullptr;
-        if (wasSet_) old_ = old;
-        Set(value);
-    }
-    ~TestVariable() { Set(wasSet_ ? old_.c_str() : nullptr); }
-    TestVariable(const TestVariable&) = delete;
-    TestVariable& operator=(const TestVariable&) = delete;
-
-private:
-    void Set(const char* value) const {
-        if (value != nullptr)
-            ::setenv(name_, value, 1);
-        else
-            ::unsetenv(name_);
-    }
-    const char* name_;
-    std::string old_;
-    bool wasSet_ = false;
-};
-
 /// Gives up the super-user's rights, which no mode stops, for the length of a test; `folder` becomes the
 /// ordinary user's own. Nothing to do for an ordinary user.
 class OrdinaryUser {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/TestVariable.h"
+
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -69,6 +71,9 @@ protected:
 
     std::filesystem::path folder; // of this test alone; goes with it
     std::filesystem::path suite;  // in it
+
+private:
+    WithoutDisplay withoutDisplay_;
 };
 
 } // namespace scenario

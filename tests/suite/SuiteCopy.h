@@ -1,6 +1,7 @@
 #pragma once
 
-#include <chrono>
+#include "tests/support/TestVariable.h"
+
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -43,6 +44,7 @@ protected:
     static int WaitFor(int processId);
 
 private:
+    WithoutDisplay withoutDisplay_;
     std::filesystem::path folder_;
 };
 

@@ -1,6 +1,7 @@
 #include "suite/programs/outside/OutsideProgram.h"
 
 #include "suite/programs/OwnFile.h"
+#include "suite/programs/outside/OutsideDisplay.h"
 
 #include <charconv>
 #include <chrono>
@@ -19,9 +20,10 @@ namespace suite {
 namespace {
 
 constexpr double LongestSeconds = 24 * 60 * 60;
+constexpr double SecondsWithoutWindow = 2;
 
 struct CommandLine {
-    double seconds = 2;
+    std::optional<double> seconds;
     int exitCode = 0;
     std::vector<std::string> documents;
 };
@@ -51,7 +53,7 @@ std::optional<CommandLine> ReadCommandLine(int argc, char** argv) {
                           << ", found \"" << value << "\"\n";
                 return {};
             }
-            result.seconds = *seconds;
+            result.seconds = seconds;
             ++i;
         } else if (word == "--exit-code") {
             const auto exitCode = ReadNumber<int>(value, 0, 255);
@@ -74,8 +76,8 @@ std::optional<CommandLine> ReadCommandLine(int argc, char** argv) {
 
 class Log {
 public:
-    Log() : file_(OwnFile().replace_extension(".log"), std::ios::app) {
-        if (!file_) std::cerr << "the log beside " << OwnFile() << " cannot be written\n";
+    explicit Log(const std::filesystem::path& path) : file_(path, std::ios::app) {
+        if (!file_) std::cerr << "the log " << path << " cannot be written\n";
     }
     /// One line, flushed at once: whoever reads the log sees it while the program still works.
     void Write(const std::string& line) { file_ << line + '\n' << std::flush; }
@@ -110,6 +112,18 @@ bool Work(double seconds, const sigset_t& endSignals) {
     }
 }
 
+std::string Told(const OutsideWork& work) {
+    std::ostringstream text;
+    text << work.title << ", process " << getpid() << ", ";
+    if (work.seconds)
+        text << *work.seconds << " seconds";
+    else
+        text << "until it is closed";
+    for (const std::string& document : work.documents)
+        text << ", document \"" << document << '"';
+    return text.str();
+}
+
 } // namespace
 
 int RunOutsideProgram(std::string_view title, int argc, char** argv) {
@@ -119,15 +133,15 @@ int RunOutsideProgram(std::string_view title, int argc, char** argv) {
     const std::optional<CommandLine> commandLine = ReadCommandLine(argc, argv);
     if (!commandLine) return 2;
 
-    Log log;
-    std::ostringstream started;
-    started << "started " << title << ", process " << getpid() << ", " << commandLine->seconds << " seconds";
-    for (const std::string& document : commandLine->documents)
-        started << ", document \"" << document << '"';
-    log.Write(started.str());
+    const std::unique_ptr<OutsideDisplay> display = OutsideDisplay::Open(argv);
+    OutsideWork work{std::string(title), commandLine->documents, commandLine->seconds,
+                     OwnFile().replace_extension(".log")};
+    if (!display && !work.seconds) work.seconds = SecondsWithoutWindow;
 
-    const bool timePassed = Work(commandLine->seconds, endSignals);
-    log.Write("ended " + std::string(title) + (timePassed ? "" : " on request") + ", exit code " +
+    Log log(work.log);
+    log.Write("started " + Told(work));
+    const bool isDone = display ? display->Show(work, endSignals) : Work(*work.seconds, endSignals);
+    log.Write("ended " + work.title + (isDone ? "" : " on request") + ", exit code " +
               std::to_string(commandLine->exitCode));
     return commandLine->exitCode;
 }
