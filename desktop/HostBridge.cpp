@@ -1,8 +1,10 @@
 #include "desktop/HostBridge.h"
 
 #include "base/ComponentError.h"
+#include "core/contract/Framework.h"
 #include "desktop/MessageBox.h"
 #include "desktop/QtText.h"
+#include "desktop/controls/ControlKinds.h"
 #include "desktop/editor/RecordEditor.h"
 #include "platform/FilePaths.h"
 
@@ -15,6 +17,13 @@
 namespace desktop {
 
 using arvon::host::ModelPart;
+
+namespace {
+
+/// Keeps the list of running tools; it must listen before the first one is started.
+constexpr std::string_view launcherComponent = "Zarn11";
+
+} // namespace
 
 /// While it lives, something is under way.
 class HostBridge::Work {
@@ -58,6 +67,7 @@ void HostBridge::Load(const Start& start) {
                                    "no language \"" + start.language + "\": expected one of " +
                                        Languages().join(QStringLiteral(", ")).toStdString());
     }
+    host_->Framework()->Loader().Load(launcherComponent, nullptr); // the host tells what is wrong with it
     host_->OpenComponent(start.library);
     if (start.profile) host_->SetProfileId(*start.profile);
     if (!host_->Load()) {
@@ -91,6 +101,10 @@ void HostBridge::MakeServices() {
     services_.problem = [this](const QString& toolName) { return problem_ ? problem_(toolName) : QString(); };
     services_.choices = [this](const QString& optionName) {
         return optionName == QLatin1String("cmbLanguage") ? Languages() : QStringList();
+    };
+    services_.onNewOptions = [this](QObject* who, const std::function<void(const std::string&)>& told) {
+        host_->Listen(controlSource, {});
+        connect(this, &HostBridge::OptionsChanged, who, told);
     };
 }
 
@@ -162,7 +176,10 @@ void HostBridge::TakeInEndedProcesses() {
 void HostBridge::OnReply(const arvon::host::MessageRecord& message) {
     if (message.name == "ShowUpdates" && message.source == arvon::host::listenerId::Component &&
         message.registered)
-        emit UpdatesOffered(ToQt(message.reply));
+        emit UpdatesOffered(message.reply);
+    if (message.name == "NewOptions" && message.destination == controlSource)
+        for (const arvon::host::ParameterRecord& parameter : message.parameters)
+            if (parameter.name == "Options") emit OptionsChanged(parameter.value.ToText());
 }
 
 void HostBridge::OnPointer(std::int32_t pointer) {

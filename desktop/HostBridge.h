@@ -57,7 +57,8 @@ public:
         std::optional<base::Value> profile;
         std::string language; // empty: as set in the installation
     };
-    /// Loads the component. Throws ComponentError when that fails or the language is none of the suite.
+    /// Loads the launcher, and then the component. Throws ComponentError when the component cannot be loaded
+    /// or the language is none of the suite; trouble with the launcher is told by Problem.
     void Load(const Start& start);
 
     arvon::host::ReferenceHost& Host() { return *host_; }
@@ -92,7 +93,9 @@ signals:
     /// What the user asked for could not be done.
     void Refused(const QString& text);
     /// The component was answered with what the updates component offers, as XML.
-    void UpdatesOffered(const QString& xml);
+    void UpdatesOffered(const std::string& answer);
+    /// The component told the controls of new options.
+    void OptionsChanged(const std::string& options);
 
 private:
     class Work;

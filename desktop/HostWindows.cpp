@@ -111,6 +111,13 @@ void HostWindows::Retranslate() {
         control->Retranslate();
 }
 
+bool HostWindows::TakeOffer(const std::string& answer) {
+    bool taken = false;
+    for (const std::shared_ptr<ControlObject>& control : Controls())
+        taken = control->TakeOffer(answer) || taken;
+    return taken;
+}
+
 void HostWindows::RefreshControls() {
     for (const std::shared_ptr<ControlObject>& control : Controls())
         control->Refresh();

@@ -33,6 +33,8 @@ public:
     void Retranslate();
     /// The controls that can be seen ask the component anew.
     void RefreshControls();
+    /// True when a control in sight shows it.
+    bool TakeOffer(const std::string& answer);
     QDialog* Window(const QString& viewKey) const { return windows_.value(viewKey); }
 
 private:

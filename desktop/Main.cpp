@@ -1,6 +1,7 @@
 #include "base/ComponentError.h"
 #include "console/Start.h"
 #include "console/TemporarySuite.h"
+#include "desktop/DisplayCheck.h"
 #include "desktop/HostBridge.h"
 #include "desktop/MainWindow.h"
 #include "desktop/MessageBox.h"
@@ -11,7 +12,6 @@
 #include "desktop/trace/TraceDock.h"
 #endif
 
-#include "desktop/ToolListPage.h"
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QElapsedTimer>
@@ -35,6 +35,7 @@ struct Arguments {
     HostBridge::Start start;
     QString layoutFile;
     bool measure = false;
+    bool checkDisplay = false;
 };
 
 Arguments ReadArguments(const QStringList& words) {
@@ -61,7 +62,10 @@ Arguments ReadArguments(const QStringList& words) {
     const QCommandLineOption measure(
         QStringLiteral("measure"),
         QStringLiteral("Print the time from start to the first painted list, and end."));
-    parser.addOptions({suite, profile, language, layout, measure});
+    const QCommandLineOption checkDisplay(
+        QStringLiteral("check-display"),
+        QStringLiteral("Only find out whether there is a display to draw on, and end."));
+    parser.addOptions({suite, profile, language, layout, measure, checkDisplay});
     parser.process(words);
     if (!parser.positionalArguments().isEmpty())
         throw std::runtime_error("expected options only, found \"" +
@@ -77,6 +81,7 @@ Arguments ReadArguments(const QStringList& words) {
                           : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
                                 QLatin1String("/arvon/desktop.ini");
     read.measure = parser.isSet(measure);
+    read.checkDisplay = parser.isSet(checkDisplay);
     return read;
 }
 
@@ -123,13 +128,10 @@ void TellRefusal(const QString& reason) {
     std::fprintf(stderr, "arvon-desktop: %s\n", reason.toUtf8().constData());
 }
 
-/// Qt ends the process where there is no display to draw on; a clear line is better.
-bool HasDisplay() {
-    const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
-    const bool needsOne = platform.isEmpty() || platform.startsWith(QLatin1String("xcb")) ||
-                          platform.startsWith(QLatin1String("wayland"));
-    return !needsOne || !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+/// Ends the process where there is no display to draw on.
+void StartToolkit(std::optional<QApplication>& application, int& count, char** words) {
+    const DisplayCheck check;
+    application.emplace(count, words);
 }
 
 } // namespace
@@ -137,15 +139,13 @@ bool HasDisplay() {
 int main(int count, char** words) {
     QElapsedTimer sinceStart;
     sinceStart.start();
-    if (!HasDisplay()) {
-        TellRefusal(QStringLiteral("there is no display: DISPLAY and WAYLAND_DISPLAY are not set"));
-        return CannotStart;
-    }
-    QApplication application(count, words);
+    std::optional<QApplication> application;
+    StartToolkit(application, count, words);
     QApplication::setApplicationName(QStringLiteral("arvon-desktop"));
     QApplication::setApplicationDisplayName(text::Of(text::window::Title));
     try {
         const Arguments arguments = ReadArguments(QApplication::arguments());
+        if (arguments.checkDisplay) return Ended;
         std::optional<arvon::console::TemporarySuite> copy;
         if (!arguments.suite) copy.emplace(arvon::console::SampleSuite());
         return Run(arguments, copy, sinceStart);

@@ -13,6 +13,7 @@
 #include "desktop/Texts.h"
 #include "desktop/ToolListPage.h"
 #include "desktop/UpdatesWindow.h"
+#include "desktop/WindowLayout.h"
 
 #include <QAction>
 #include <QApplication>
@@ -22,7 +23,6 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QProgressBar>
-#include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -174,7 +174,11 @@ void MainWindow::Connect() {
     connect(&bridge_, &HostBridge::PointerChanged, this, &MainWindow::ShowPointer);
     connect(&bridge_, &HostBridge::Problem, this, &MainWindow::TakeInProblem);
     connect(&bridge_, &HostBridge::Refused, this, &MainWindow::Tell);
-    connect(&bridge_, &HostBridge::UpdatesOffered, updates_, &UpdatesWindow::Offer, Qt::QueuedConnection);
+    connect(&bridge_, &HostBridge::UpdatesOffered, this, [this](const std::string& answer) {
+        QTimer::singleShot(0, this, [this, answer] { // not from inside the delivery
+            if (!windows_->TakeOffer(answer)) updates_->Offer(answer);
+        });
+    });
     connect(&bridge_, &HostBridge::ProcessStarted, this, [this](qint64 id, const QString& commandLine) {
         states_.ProcessStarted(id, commandLine);
         Tell(text::Of(text::status::Started).arg(states_.NameOfProgram(commandLine)));
@@ -206,7 +210,7 @@ void MainWindow::AddTrace(QDockWidget* trace) {
 
 void MainWindow::Begin() {
     Draw(Parts::All());
-    RestoreLayout();
+    OpenAsLeft();
     begun_ = true;
     OrderTabs();
     programs_->List().setFocus();
@@ -247,15 +251,13 @@ void MainWindow::ShowStates() {
 }
 
 void MainWindow::DrawLoaded() {
-    unload_->setEnabled(!bridge_.Model().Loaded().empty());
+    unload_->setEnabled(!states_.ProgramToUnload().isEmpty());
 }
 
 void MainWindow::DrawTitle() {
     QString title = text::Of(text::window::Title);
-    const std::vector<arvon::host::model::LoadedTool> loaded = bridge_.Model().Loaded();
-    for (const arvon::host::model::LoadedTool& tool : loaded)
-        if (!states_.VrexOf(ToQt(tool.name)).isEmpty())
-            title = ToQt(tool.name) + QStringLiteral(" – ") + title;
+    for (const QString& program : states_.OpenPrograms())
+        title = program + QStringLiteral(" – ") + title;
     setWindowTitle(title);
 }
 
@@ -339,9 +341,9 @@ void MainWindow::TakeInProblem(const QString& text) {
 }
 
 void MainWindow::UnloadVantor() {
-    const std::vector<arvon::host::model::LoadedTool> loaded = bridge_.Model().Loaded();
-    if (loaded.empty()) return;
-    bridge_.Do([name = loaded.back().name](ReferenceHost& host) { host.UnloadTool(name); });
+    const QString program = states_.ProgramToUnload();
+    if (program.isEmpty()) return;
+    bridge_.Do([name = FromQt(program)](ReferenceHost& host) { host.UnloadTool(name); });
 }
 
 void MainWindow::OpenFinder() {
@@ -352,29 +354,13 @@ void MainWindow::OpenFinder() {
 // the window itself
 // ---------------------------------------------------------------------------------------------
 
-void MainWindow::SaveLayout() const {
-    QSettings settings(layoutFile_, QSettings::IniFormat);
-    settings.setValue(QStringLiteral("Window/Geometry"), saveGeometry());
-    settings.setValue(QStringLiteral("Window/State"), saveState());
-    settings.setValue(QStringLiteral("Window/Splitter"), splitter_->saveState());
-    settings.setValue(QStringLiteral("Window/ListSplitter"), listSplitter_->saveState());
-    settings.setValue(QStringLiteral("Window/TaskPane"), taskPaneSwitch_->isChecked());
-    settings.setValue(QStringLiteral("List/Header"), programs_->HeaderState());
-    settings.setValue(QStringLiteral("Page/Node"), navigator_->SelectedNode());
+WindowLayout MainWindow::Layout() {
+    return {*this, *splitter_, *listSplitter_, *taskPaneSwitch_, *programs_, *navigator_};
 }
 
-void MainWindow::RestoreLayout() {
-    const QSettings settings(layoutFile_, QSettings::IniFormat);
-    restoreGeometry(settings.value(QStringLiteral("Window/Geometry")).toByteArray());
-    restoreState(settings.value(QStringLiteral("Window/State")).toByteArray());
-    splitter_->restoreState(settings.value(QStringLiteral("Window/Splitter")).toByteArray());
-    listSplitter_->restoreState(settings.value(QStringLiteral("Window/ListSplitter")).toByteArray());
-    taskPaneSwitch_->setChecked(settings.value(QStringLiteral("Window/TaskPane"), true).toBool());
-    const QByteArray header = settings.value(QStringLiteral("List/Header")).toByteArray();
-    if (!header.isEmpty()) programs_->RestoreHeader(header);
-
+void MainWindow::OpenAsLeft() {
+    const QString node = Layout().Restore(layoutFile_);
     // the nodes of a top-level node come when it is opened
-    const QString node = settings.value(QStringLiteral("Page/Node")).toString();
     const QString first = navigator_->SelectedNode();
     if (first.isEmpty()) return;
     navigator_->Tree().expand(navigator_->Tree().currentIndex());
@@ -390,7 +376,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    SaveLayout();
+    Layout().Save(layoutFile_);
     event->accept();
 }
 

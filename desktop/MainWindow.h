@@ -25,6 +25,7 @@ class Navigator;
 class TaskPane;
 class ToolListPage;
 class UpdatesWindow;
+struct WindowLayout;
 
 /// The host's window: everything that the host's model says, drawn.
 class MainWindow final : public QMainWindow {
@@ -72,8 +73,8 @@ private:
     void Tell(const QString& text);
     void TakeInProblem(const QString& text);
     void OrderTabs();
-    void SaveLayout() const;
-    void RestoreLayout();
+    WindowLayout Layout();
+    void OpenAsLeft();
 
     HostBridge& bridge_;
     QString layoutFile_;

@@ -99,15 +99,6 @@ inline constexpr const char* Name = "Banner";
 inline constexpr const char* Dismiss = "Close this banner";
 } // namespace banner
 
-namespace updates {
-inline constexpr const char* Title = "Program Updates";
-inline constexpr const char* New = "Programs that can be installed";
-inline constexpr const char* Newer = "Newer versions of installed programs";
-inline constexpr const char* NothingNew = "There are no new programs.";
-inline constexpr const char* NothingNewer = "All installed programs are up to date.";
-inline constexpr const char* Unreadable = "What the updates component offers cannot be read: %1";
-} // namespace updates
-
 inline QString Of(const char* own) {
     return QString::fromUtf8(own);
 }

@@ -1,5 +1,6 @@
 #include "desktop/ToolStates.h"
 
+#include "core/contract/Tools.h"
 #include "desktop/QtText.h"
 #include "desktop/Texts.h"
 #include "platform/FilePaths.h"
@@ -14,6 +15,8 @@ using arvon::host::ModelPart;
 
 namespace {
 
+/// Kind of the framework's own components, and of what has no record.
+constexpr int componentKind = 0;
 /// As many characters of a tool's identifier as its picture is found by.
 constexpr qsizetype pictureLength = 3;
 
@@ -34,7 +37,7 @@ ToolStates::~ToolStates() = default;
 
 void ToolStates::Refresh(const Parts& parts) {
     if (parts.Has(ModelPart::Tools)) ReadTools();
-    if (parts.Has(ModelPart::Loaded)) ReadLoaded();
+    if (parts.Has(ModelPart::Tools) || parts.Has(ModelPart::Loaded)) ReadLoaded();
     if (parts.Has(ModelPart::Tools) || parts.Has(ModelPart::Loaded) || parts.Has(ModelPart::Processes))
         ForgetFiles();
 }
@@ -46,7 +49,7 @@ void ToolStates::ReadTools() {
     for (const arvon::host::model::Tool& tool : bridge_.Model().Tools()) {
         const QString vrex = ToQt(tool.vrex);
         const Tool read{ToQt(tool.name), ToQt(tool.identifier).left(pictureLength), ToQt(tool.path),
-                        ToQt(tool.commandLine)};
+                        ToQt(tool.commandLine), tool.kind};
         vrexByName_.insert(read.name, vrex);
         if (!read.path.isEmpty()) vrexByCommandLine_.insert(CommandLineOf(read.path, read.commandLine), vrex);
         tools_.insert(vrex, read);
@@ -55,12 +58,28 @@ void ToolStates::ReadTools() {
 
 void ToolStates::ReadLoaded() {
     QHash<QString, QDateTime> loaded;
+    open_.clear();
     for (const arvon::host::model::LoadedTool& tool : bridge_.Model().Loaded()) {
         const QString vrex = ToQt(tool.key);
+        if (KindOf(vrex) == componentKind) continue;
+        open_.append(vrex);
         const auto before = loaded_.constFind(vrex);
         loaded.insert(vrex, before == loaded_.constEnd() ? QDateTime::currentDateTime() : *before);
     }
     loaded_.swap(loaded);
+}
+
+QStringList ToolStates::OpenPrograms() const {
+    QStringList names;
+    for (const QString& vrex : open_)
+        names.append(tools_.value(vrex).name);
+    return names;
+}
+
+QString ToolStates::ProgramToUnload() const {
+    for (const QString& vrex : open_)
+        if (KindOf(vrex) == arvon::VantorKind) return tools_.value(vrex).name;
+    return open_.isEmpty() ? QString() : tools_.value(open_.last()).name;
 }
 
 void ToolStates::ProcessStarted(qint64 id, const QString& commandLine) {

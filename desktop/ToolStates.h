@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <string>
@@ -44,6 +45,11 @@ public:
     /// By name; empty when the tool can be used or is none.
     QString ProblemOf(const QString& toolName) const;
     QString VrexOf(const QString& toolName) const { return vrexByName_.value(toolName); }
+    /// Names of the programs that are open in the window, in the order of their loading. Components of the
+    /// framework are none.
+    QStringList OpenPrograms() const;
+    /// Of these, the one that is to be closed first: the Vantor, else the last one. Empty when there is none.
+    QString ProgramToUnload() const;
     /// The name by which the host finds the tool's picture; empty for an unknown tool.
     QString PictureOf(const QString& vrex) const;
     /// Name of the tool that a process belongs to; the command line's program when it is nobody's.
@@ -53,6 +59,7 @@ public:
 private:
     struct Tool {
         QString name, picture, path, commandLine;
+        int kind = 0;
     };
     struct Process {
         qint64 id = 0;
@@ -62,6 +69,7 @@ private:
 
     void ReadTools();
     void ReadLoaded();
+    int KindOf(const QString& vrex) const { return tools_.value(vrex).kind; }
     QString VrexOfCommandLine(const QString& commandLine) const;
     QString FindProblem(const Tool& tool) const;
 
@@ -70,7 +78,8 @@ private:
     QHash<QString, Tool> tools_; // by VREX
     QHash<QString, QString> vrexByName_, vrexByCommandLine_;
     QHash<qint64, Process> processes_;
-    QHash<QString, QDateTime> loaded_;         // by VREX
+    QHash<QString, QDateTime> loaded_;         // by VREX; no components
+    QStringList open_;                         // by VREX, in the order of loading
     mutable QHash<QString, QString> problems_; // by VREX; looked up once
 };
 

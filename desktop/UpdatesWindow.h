@@ -1,29 +1,29 @@
 #pragma once
 
 #include "desktop/HostBridge.h"
-#include "desktop/controls/UpdateOffers.h"
 
 #include <QDialog>
 
 class QLabel;
-class QTreeView;
 
 namespace desktop {
 
-/// What the updates component offered when the component asked it to: new programs, or newer versions of
-/// installed ones.
+class OfferPage;
+
+/// What the updates component answered when a command made the component ask it (a menu, a task, a tool's
+/// properties): new programs, or newer versions of installed ones. Where the updates control is in sight,
+/// that shows the answer, and this window is not needed.
 class UpdatesWindow final : public QDialog {
 public:
     UpdatesWindow(const HostBridge& bridge, QWidget* parent);
 
-    /// `xml`: the updates component's own description of it. Brings the window to the front.
-    void Offer(const QString& xml);
+    /// `answer`: the updates component's own description of it. Brings the window to the front.
+    void Offer(const std::string& answer);
 
 private:
     const HostBridge& bridge_;
-    UpdateOffers offers_;
     QLabel* title_;
-    QTreeView* programs_;
+    OfferPage* page_;
 };
 
 } // namespace desktop

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+class QObject;
 class QWidget;
 
 namespace desktop {
@@ -36,6 +37,9 @@ struct ControlServices {
     /// Values that the option of that name ("cmbLanguage") can take, where the host knows them all; else
     /// empty.
     std::function<QStringList(const QString& optionName)> choices;
+    /// From now on, and as long as `who` lives, tells the options text of every "NewOptions" that the
+    /// component sends to the controls' listener ("KvTMU110").
+    std::function<void(QObject* who, std::function<void(const std::string& options)> told)> onNewOptions;
 };
 
 /// A control of the library: its members are found by name (base::Object), its widget is what a window shows.
@@ -49,6 +53,8 @@ public:
     /// Asks the component anew: for when another node shows the same view, or the tools have changed. Does
     /// nothing while the widget is not to be seen.
     virtual void Refresh() {}
+    /// What the updates component answered somebody else to "ShowUpdates"; true when this control shows it.
+    virtual bool TakeOffer(const std::string& /*answer*/) { return false; }
 };
 
 /// By programmatic name ("KvTMU110.ctlOptions", any letter case); null for a name that is none of the

@@ -57,6 +57,7 @@ inline constexpr const char* Unprintable = "%1 holds a character that cannot be 
 inline constexpr const char* NoLanguage =
     "%1: expected the number of a language, such as 1033, found \u201c%2\u201d.";
 inline constexpr const char* NoNumber = "This was a number (%1), and is none now.";
+inline constexpr const char* Lost = "No longer there, and not changed: %1";
 inline constexpr const char* OneChange = "1 option changed";
 inline constexpr const char* Changes = "%1 options changed";
 } // namespace options
@@ -75,8 +76,10 @@ inline constexpr const char* Description = "Description";
 inline constexpr const char* Again = "Look &Again";
 inline constexpr const char* AgainHint = "Asks the updates component anew";
 inline constexpr const char* Close = "&Close";
-inline constexpr const char* NoUpdates = "All programs are up to date.";
+inline constexpr const char* NoUpdates = "All installed programs are up to date.";
 inline constexpr const char* NoNew = "There are no new programs.";
+inline constexpr const char* NewOffered = "Programs that can be installed";
+inline constexpr const char* UpdatesOffered = "Newer versions of installed programs";
 inline constexpr const char* NoAnswer =
     "The updates component has not answered. It may not be installed; look again to load it.";
 inline constexpr const char* Unreadable = "The answer of the updates component cannot be read: %1";

@@ -27,6 +27,7 @@ namespace {
 
 constexpr qsizetype longText = 2000; // characters from which a line is shown as several
 constexpr int highestChoice = 9;     // of a radio option whose value is a number
+constexpr const char* valueProperty = "value";
 
 /// Every character as it is: the editor's own plain text has blanks for no-break spaces.
 QString WholeText(const QPlainTextEdit& editor) {
@@ -112,7 +113,6 @@ OptionRow::OptionRow(OptionRowSource source, int labelWidth) : source_(std::move
     reset_->setAutoRaise(true);
     reset_->setFocusPolicy(Qt::StrongFocus);
     reset_->setAccessibleName(ToQt(text::options::ResetOne).arg(field.label));
-    reset_->setToolTip(ToQt(text::options::ResetOneHint).arg(ToQt(field.original).left(200)).toHtmlEscaped());
     KeepPlace(*reset_);
     connect(reset_, &QToolButton::clicked, this, [this] {
         FocusEditor();
@@ -182,18 +182,26 @@ QWidget* OptionRow::MakeRadios(const OptionField& field, const OptionChoices& ch
     auto* frame = new QWidget;
     auto* flow = new QHBoxLayout(frame);
     flow->setContentsMargins(0, 0, 0, 0);
-    std::vector<std::pair<std::string, QRadioButton*>> buttons;
-    for (const OptionChoice& choice : choices.values) {
-        auto* button = new QRadioButton(EscapedMnemonics(choice.label));
-        button->setAccessibleName(field.label + ": " + choice.label);
-        connect(button, &QRadioButton::clicked, this, [this, value = choice.value] { source_.set(value); });
-        flow->addWidget(button);
-        buttons.emplace_back(choice.value, button);
-    }
     flow->addStretch();
-    put_ = [buttons](const std::string& value) {
-        for (const auto& [own, button] : buttons)
-            if (own == value) button->setChecked(true);
+    const auto add = [this, frame, flow, label = field.label](const OptionChoice& choice) {
+        auto* button = new QRadioButton(EscapedMnemonics(choice.label), frame);
+        button->setAccessibleName(label + ": " + choice.label);
+        button->setProperty(valueProperty, QByteArray::fromStdString(choice.value));
+        connect(button, &QRadioButton::clicked, this, [this, value = choice.value] { source_.set(value); });
+        flow->insertWidget(flow->count() - 1, button);
+        return button;
+    };
+    for (const OptionChoice& choice : choices.values)
+        add(choice);
+    put_ = [this, frame, add](const std::string& value) {
+        for (QRadioButton* button : frame->findChildren<QRadioButton*>()) {
+            if (button->property(valueProperty).toByteArray().toStdString() != value) continue;
+            button->setChecked(true);
+            return;
+        }
+        QRadioButton* button = add({value, LabelOfValue(source_.field().name, value)});
+        button->show();
+        button->setChecked(true);
     };
     return frame;
 }
@@ -220,8 +228,13 @@ QWidget* OptionRow::MakeCombo(const OptionField&, const OptionChoices& choices) 
         connect(box, &QComboBox::currentIndexChanged, this,
                 [this, box](int index) { source_.set(box->itemData(index).toByteArray().toStdString()); });
     }
-    put_ = [box](const std::string& value) {
-        const int index = box->findData(QByteArray::fromStdString(value));
+    put_ = [this, box](const std::string& value) {
+        const QByteArray own = QByteArray::fromStdString(value);
+        if (!box->isEditable() && box->findData(own) < 0) { // others have chosen what was no choice
+            const QString label = LabelOfValue(source_.field().name, value);
+            box->addItem(label.isEmpty() ? ToQt(text::options::Empty) : label, own);
+        }
+        const int index = box->findData(own);
         if (index >= 0) {
             if (box->currentIndex() != index) box->setCurrentIndex(index);
             if (box->isEditable() && box->currentText() != box->itemText(index))
@@ -278,6 +291,7 @@ void OptionRow::Refresh() {
     editor_->setAccessibleDescription(description);
     editor_->setToolTip(description.toHtmlEscaped());
     reset_->setVisible(changed);
+    reset_->setToolTip(ToQt(text::options::ResetOneHint).arg(ToQt(field.original).left(200)).toHtmlEscaped());
     RefreshNotice();
 }
 

@@ -50,6 +50,14 @@ public:
     const std::vector<OptionPage>& Pages() const { return pages_; }
     const OptionField& Field(std::size_t page, std::size_t field) const { return pages_[page].fields[field]; }
 
+    struct Rebased {
+        std::vector<QString> lost; // labels of changed options that the new text has no more
+        bool looksTheSame = false; // the same options in the same places; values may differ
+    };
+    /// Goes on from another text, that which is in force by now: what was changed here stays changed, also
+    /// where the new text has another value; everything else is as the new text says. Throws as Load.
+    Rebased Rebase(const std::string& text);
+
     /// A radio option that goes on turns the others of its group off.
     void SetValue(std::size_t page, std::size_t field, std::string value);
     void Reset(std::size_t page, std::size_t field);

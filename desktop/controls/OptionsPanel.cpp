@@ -132,6 +132,8 @@ void OptionsPanel::Load(const std::string& text) {
     body_->Clear();
     printers_.reset();
     unreadable_.clear();
+    lost_.clear();
+    outside_.reset();
     try {
         OptionSheet sheet;
         if (!text.empty()) sheet.Load(text);
@@ -182,15 +184,70 @@ void OptionsPanel::PutState() {
     QString state;
     if (!troubles.empty()) {
         state = troubles.front().text;
+    } else if (!lost_.isEmpty()) {
+        state = ToQt(text::options::Lost).arg(lost_);
     } else if (changes > 0) {
         state = changes == 1 ? ToQt(text::options::OneChange) : ToQt(text::options::Changes).arg(changes);
     }
-    state_->Put(state, troubles.empty() ? Notice::Mark::None : Notice::Mark::Error);
+    state_->Put(state, !troubles.empty()  ? Notice::Mark::Error
+                       : !lost_.isEmpty() ? Notice::Mark::Warning
+                                          : Notice::Mark::None);
     ok_->setEnabled(troubles.empty() && !sheet_.Pages().empty());
+}
+
+void OptionsPanel::FollowOptions() {
+    if (!services_.onNewOptions) return;
+    if (!std::exchange(following_, true)) {
+        services_.onNewOptions(this, [this](const std::string& options) {
+            if (sending_ || !isVisible()) return;
+            if (!outside_) QTimer::singleShot(0, this, &OptionsPanel::TakeInOutside);
+            outside_ = options;
+        });
+    }
+    // whoever asks for its options is told of new ones from then on
+    constexpr auto textType = static_cast<std::int32_t>(arvon::ParameterType::Text);
+    const std::array parameters{arvon::host::ParameterRecord{"ToolID", textType, base::Value(controlSource)}};
+    Ask("GetOptionData", parameters);
+}
+
+bool OptionsPanel::TakeInOutside() {
+    if (!outside_ || asking_ || sending_) return true;
+    const std::string options = *std::exchange(outside_, {});
+    const std::string shown = page_ ? sheet_.Pages()[*page_].toolId : std::string();
+    const QWidget* focused = focusWidget();
+    const QString option = focused && body_->isAncestorOf(focused) ? focused->objectName() : QString();
+    OptionSheet::Rebased rebased;
+    try {
+        rebased = sheet_.Rebase(options);
+    } catch (const base::ComponentError&) {
+        return true; // the component keeps what it has, and so does this
+    }
+    unreadable_.clear();
+    if (!rebased.lost.empty()) lost_ = QStringList(rebased.lost.begin(), rebased.lost.end()).join(", ");
+    if (rebased.looksTheSame) {
+        body_->RefreshRows();
+        pages_->PagesChanged();
+        PutState();
+    } else {
+        ShowPageOf(shown, option);
+    }
+    return rebased.lost.empty();
+}
+
+void OptionsPanel::ShowPageOf(const std::string& toolId, const QString& focusedOption) {
+    const auto page = std::ranges::find(sheet_.Pages(), toolId, &OptionPage::toolId);
+    page_.reset();
+    if (page != sheet_.Pages().end()) page_ = static_cast<std::size_t>(page - sheet_.Pages().begin());
+    Search();
+    if (!page_ || focusedOption.isEmpty()) return;
+    const std::vector<OptionField>& fields = sheet_.Pages()[*page_].fields;
+    const auto field = std::ranges::find(fields, FromQt(focusedOption), &OptionField::name);
+    if (field != fields.end()) body_->FocusField(static_cast<std::size_t>(field - fields.begin()));
 }
 
 void OptionsPanel::Accept() {
     if (sending_) return;
+    if (!TakeInOutside()) return; // told what is lost: the next OK goes on without it
     if (const auto troubles = sheet_.Troubles(); !troubles.empty()) {
         GoTo(troubles.front().page, troubles.front().field);
         return;
@@ -277,6 +334,8 @@ void OptionsPanel::showEvent(QShowEvent* event) {
     const QPointer<OptionsPanel> self(this);
     asking_ = true;
     Ask("InitializeOptions");
+    if (!self) return;
+    FollowOptions();
     if (!self) return;
     asking_ = false;
     if (const auto given = std::exchange(given_, {})) Load(*given);

@@ -19,7 +19,8 @@ class OptionsPage;
 class PageList;
 
 /// The options of all tools, a page each, searched and edited. OK sends the whole text once; until then
-/// nothing outside changes.
+/// nothing outside changes. What others change meanwhile is taken in: the user's own changes stay, and OK
+/// overwrites nothing else.
 class OptionsPanel final : public QWidget {
 public:
     /// `sent` is told the text that OK sent.
@@ -40,6 +41,10 @@ private:
     void Search();
     void ShowPage(int row);
     void PutState();
+    void FollowOptions();
+    /// False when changes of the user were lost over it.
+    bool TakeInOutside();
+    void ShowPageOf(const std::string& toolId, const QString& focusedOption);
     void Accept();
     void Cancel();
     void GoTo(std::size_t page, std::size_t field);
@@ -55,8 +60,11 @@ private:
     std::optional<OptionChoices> printers_; // asked for when a page first shows them
     std::optional<std::size_t> page_;       // shown now
     QString unreadable_;
-    std::optional<std::string> given_; // while the component is asked
+    std::optional<std::string> given_;   // while the component is asked
+    std::optional<std::string> outside_; // changed by others, not taken in yet
+    QString lost_;                       // what could not be kept then
     bool asking_ = false;
+    bool following_ = false;
     bool sending_ = false;
     bool searching_ = false;
     QLineEdit* search_;

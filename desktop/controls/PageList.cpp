@@ -23,6 +23,10 @@ void PageList::PageChanged(std::size_t page) {
     if (const int row = RowOf(page); row >= 0) emit dataChanged(index(row), index(row));
 }
 
+void PageList::PagesChanged() {
+    if (!entries_.empty()) emit dataChanged(index(0), index(rowCount() - 1));
+}
+
 int PageList::RowOf(std::size_t page) const {
     const auto found = std::ranges::find(entries_, page, &Entry::page);
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());

@@ -17,6 +17,8 @@ public:
     void Search(const QString& needle);
     /// Another option of the page is changed, or one less.
     void PageChanged(std::size_t page);
+    /// The same for any number of pages.
+    void PagesChanged();
     std::size_t PageAt(int row) const { return entries_[static_cast<std::size_t>(row)].page; }
     const std::vector<std::size_t>& FieldsAt(int row) const {
         return entries_[static_cast<std::size_t>(row)].fields;

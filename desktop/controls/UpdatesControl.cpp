@@ -1,14 +1,12 @@
-#include "base/ComponentError.h"
 #include "base/Value.h"
 #include "core/contract/Messages.h"
 #include "desktop/QtText.h"
 #include "desktop/controls/ControlKinds.h"
 #include "desktop/controls/ControlTexts.h"
+#include "desktop/controls/OfferPage.h"
 #include "desktop/controls/Parts.h"
-#include "desktop/controls/UpdateOffers.h"
 #include "desktop/controls/WidgetOwner.h"
 
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMainWindow>
@@ -28,66 +26,22 @@ namespace {
 
 constexpr std::string_view updatesComponent = "Qillo110";
 
-/// One of the two offers: a table, or what there is to say instead of one.
-struct OfferPage {
-    UpdateOffers offers;
-    QWidget page;
-    QTreeView* table = new QTreeView;
-    QLabel* message = PlainLabel();
-
-    OfferPage() {
-        table->setModel(&offers);
-        table->setRootIsDecorated(false);
-        table->setUniformRowHeights(true);
-        table->setAlternatingRowColors(true);
-        table->setAllColumnsShowFocus(true);
-        message->setAlignment(Qt::AlignCenter);
-        auto* column = new QVBoxLayout(&page);
-        column->setContentsMargins(0, 0, 0, 0);
-        column->addWidget(table);
-        column->addWidget(message);
-    }
-
-    void Show(const std::string& answer, const char* nothing) {
-        QString text = ToQt(answer.empty() ? text::updates::NoAnswer : nothing);
-        try {
-            if (answer.empty()) {
-                offers.Clear();
-            } else {
-                offers.Load(answer);
-            }
-        } catch (const base::ComponentError& error) {
-            offers.Clear();
-            text = ToQt(text::updates::Unreadable).arg(ToQt(error.Description()));
-        }
-        message->setText(text);
-        const bool any = offers.rowCount() > 0;
-        table->setVisible(any);
-        message->setVisible(!any);
-        if (!any) return;
-        for (int column = 0; column < UpdateOffers::Description; ++column) {
-            table->resizeColumnToContents(column);
-            table->setColumnWidth(column, table->columnWidth(column) + 12);
-        }
-        if (!table->currentIndex().isValid()) table->setCurrentIndex(offers.index(0, 0));
-    }
-};
-
 /// The programs that the updates component offers: newer versions, and new ones.
 class UpdatesPanel final : public QWidget {
 public:
     explicit UpdatesPanel(const ControlServices& services)
-        : services_(services), tabs_(new QTabWidget), again_(new QPushButton), close_(new QPushButton) {
+        : services_(services), updates_(new OfferPage(OfferPage::Sort::Updates)),
+          new_(new OfferPage(OfferPage::Sort::New)), tabs_(new QTabWidget), again_(new QPushButton),
+          close_(new QPushButton) {
         tabs_->setObjectName("offers");
-        updates_.table->setObjectName("updates");
-        updates_.message->setObjectName("updatesMessage");
-        new_.table->setObjectName("new");
-        new_.message->setObjectName("newMessage");
-        new_.table->setColumnHidden(UpdateOffers::Installed, true);
+        updates_->Table().setObjectName("updates");
+        updates_->Message().setObjectName("updatesMessage");
+        new_->Table().setObjectName("new");
+        new_->Message().setObjectName("newMessage");
         again_->setObjectName("again");
         close_->setObjectName("close");
-        tabs_->addTab(&updates_.page, QString());
-        tabs_->addTab(&new_.page, QString());
+        tabs_->addTab(updates_, QString());
+        tabs_->addTab(new_, QString());
         auto* buttons = new QHBoxLayout;
         buttons->addWidget(again_);
         buttons->addStretch();
@@ -98,15 +52,7 @@ public:
         connect(again_, &QPushButton::clicked, this, [this] { LookAgain(); });
         connect(close_, &QPushButton::clicked, this, [this] { Close(); });
         Retranslate();
-        updates_.Show({}, text::updates::NoUpdates);
-        new_.Show({}, text::updates::NoNew);
         resize(483, 383);
-    }
-    ~UpdatesPanel() override {
-        for (OfferPage* offer : {&updates_, &new_}) {
-            offer->page.setParent(nullptr); // a member, not the tabs' own
-            offer->table->setModel(nullptr);
-        }
     }
 
     void Reload() {
@@ -115,8 +61,16 @@ public:
         if (!self) return;
         const std::string fresh = Offered(true);
         if (!self) return;
-        updates_.Show(updates, text::updates::NoUpdates);
-        new_.Show(fresh, text::updates::NoNew);
+        updates_->Show(updates);
+        new_->Show(fresh);
+        PutTabs();
+    }
+
+    /// Shows what somebody else was answered, in front.
+    void Take(const std::string& answer) {
+        OfferPage* page = SortOfOffer(answer) == OfferPage::Sort::New ? new_ : updates_;
+        page->Show(answer);
+        tabs_->setCurrentWidget(page);
         PutTabs();
     }
 
@@ -124,12 +78,9 @@ public:
         setAccessibleName(text::Of(services_, text::resource::Updates, text::updates::Panel));
         tabs_->setAccessibleName(accessibleName());
         tabs_->tabBar()->setAccessibleName(accessibleName());
-        updates_.table->setAccessibleName(ToQt(text::updates::Updates));
-        new_.table->setAccessibleName(ToQt(text::updates::New));
-        const QString format =
-            text::Of(services_, text::resource::DateFormat, "yyyy-mm-dd").replace('m', 'M');
-        updates_.offers.SetDateFormat(format);
-        new_.offers.SetDateFormat(format);
+        const QString format = text::Of(services_, text::resource::DateFormat, "yyyy-mm-dd");
+        updates_->Retranslate(format);
+        new_->Retranslate(format);
         NameButton(*again_, ToQt(text::updates::Again), ToQt(text::updates::AgainHint));
         NameButton(*close_, ToQt(text::updates::Close), QString());
         PutTabs();
@@ -171,12 +122,13 @@ private:
     }
     void Close() { Ask("UnloadUpdateView"); }
     void PutTabs() {
-        tabs_->setTabText(0, ToQt(text::updates::UpdatesCount).arg(updates_.offers.rowCount()));
-        tabs_->setTabText(1, ToQt(text::updates::NewCount).arg(new_.offers.rowCount()));
+        tabs_->setTabText(0, ToQt(text::updates::UpdatesCount).arg(updates_->Offers()));
+        tabs_->setTabText(1, ToQt(text::updates::NewCount).arg(new_->Offers()));
     }
 
     ControlServices services_;
-    OfferPage updates_, new_;
+    OfferPage* updates_;
+    OfferPage* new_;
     QTabWidget* tabs_;
     QPushButton* again_;
     QPushButton* close_;
@@ -191,6 +143,12 @@ public:
     }
     void Retranslate() override {
         if (widget_.IfAny()) widget_.IfAny()->Retranslate();
+    }
+    bool TakeOffer(const std::string& answer) override {
+        UpdatesPanel* panel = widget_.IfAny();
+        if (!panel || !panel->isVisible()) return false;
+        panel->Take(answer);
+        return true;
     }
     void Refresh() override {
         if (widget_.IfAny() && widget_.IfAny()->isVisible()) widget_.IfAny()->Reload();

@@ -13,61 +13,8 @@
 namespace desktop {
 namespace {
 
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
 
-class WindowsTest : public DesktopTest {
-protected:
-    void OpenOptions() {
-        Press(QKeySequence(Qt::CTRL | Qt::Key_Comma));
-        ASSERT_TRUE(WaitUntil([this] { return window->Windows().Window(QStringLiteral("ocxToolOptions")); }));
-    }
-    QDialog* Options() { return window->Windows().Window(QStringLiteral("ocxToolOptions")); }
-    /// The page of that program among the options.
-    void OpenPage(const QString& program) {
-        auto* pages = Options()->findChild<QAbstractItemView*>(QStringLiteral("pages"));
-        ASSERT_NE(pages, nullptr);
-        const QModelIndexList found = pages->model()->match(pages->model()->index(0, 0), Qt::DisplayRole,
-                                                            program, 1, Qt::MatchStartsWith);
-        ASSERT_FALSE(found.isEmpty());
-        pages->setCurrentIndex(found.first());
-        QApplication::processEvents();
-    }
-};
-
-TEST_F(WindowsTest, OptionsThatAreChangedLandInTheFile) {
-    Open();
-    OpenOptions();
-    EXPECT_EQ(Options()->windowTitle(), QStringLiteral("Options"));
-    OpenPage(QStringLiteral("Beam & Frame"));
-    auto* factor = Options()->findChild<QLineEdit*>(QStringLiteral("txtSafetyFactor"));
-    ASSERT_NE(factor, nullptr);
-    factor->setFocus();
-    factor->selectAll();
-    QTest::keyClicks(factor, QStringLiteral("1.75"));
-    QTest::mouseClick(Options()->findChild<QPushButton*>(QStringLiteral("ok")), Qt::LeftButton);
-    ASSERT_TRUE(WaitUntil([this] { return bridge->Model().Windows().empty() && !Options(); }));
-    Settle();
-    EXPECT_THAT(Read("Arvon/OPTIONS.XML").toStdString(), HasSubstr("<Value>1.75</Value>"));
-    EXPECT_EQ(bridge->Host().SendRequest(
-                  "GetOptionValue",
-                  std::vector<arvon::host::ParameterRecord>{
-                      {"ToolID", 2, base::Value("Vn21")}, {"OptionName", 2, base::Value("txtSafetyFactor")}}),
-              "1.75");
-}
-
-TEST_F(WindowsTest, OptionsCloseByEscapeAndOpenAgain) {
-    Open();
-    const QByteArray before = Read("Arvon/OPTIONS.XML");
-    for (int round = 0; round < 2; ++round) {
-        OpenOptions();
-        QTest::keyClick(Options(), Qt::Key_Escape);
-        ASSERT_TRUE(WaitUntil([this] { return !Options(); }));
-        EXPECT_THAT(bridge->Model().Windows(), IsEmpty());
-    }
-    EXPECT_EQ(Read("Arvon/OPTIONS.XML"), before);
-}
+class WindowsTest : public DesktopTest {};
 
 TEST_F(WindowsTest, TheUpdatesThatTheComponentAsksForAreShown) {
     Open();
@@ -222,57 +169,6 @@ TEST_F(WindowsTest, ShowsAMessageWithItsIconAndTitle) {
     EXPECT_EQ(boxes[1].title, QStringLiteral("Arvon"));
     EXPECT_EQ(boxes[1].icon, QMessageBox::Information);
     EXPECT_EQ(boxes[2].text, QString());
-}
-
-struct ProgramRun {
-    int exitCode = -1;
-    QString output, errors;
-};
-
-ProgramRun RunDesktop(const QStringList& arguments, const QProcessEnvironment& environment) {
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(ARVON_DESKTOP), arguments);
-    EXPECT_TRUE(program.waitForFinished(30000));
-    return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
-            QString::fromUtf8(program.readAllStandardError())};
-}
-
-TEST(DesktopProgram, SaysOnOneLineWhyItCannotStart) {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("DISPLAY"));
-    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-    const ProgramRun run = RunDesktop({}, environment);
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(
-        run.errors,
-        QStringLiteral("arvon-desktop: there is no display: DISPLAY and WAYLAND_DISPLAY are not set\n"));
-}
-
-TEST(DesktopProgram, PrintsWhenItWasPaintedFirst) {
-    QTemporaryDir folder;
-    const ProgramRun run = RunDesktop({QStringLiteral("--measure"), QStringLiteral("--layout"),
-                                       folder.filePath(QStringLiteral("layout.ini"))},
-                                      QProcessEnvironment::systemEnvironment());
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^first paint: \\d+ ms\n$")).match(run.output).hasMatch())
-        << run.output.toStdString();
-}
-
-TEST(DesktopProgram, ShowsABoxForABrokenSuiteAndEndsWithStatusTwo) {
-    QProcess program;
-    program.start(QStringLiteral(ARVON_DESKTOP),
-                  {QStringLiteral("--suite"), QStringLiteral("/no/such/suite")});
-    ASSERT_TRUE(program.waitForStarted());
-    QByteArray errors;
-    for (int i = 0; i < 100 && !errors.contains('\n'); ++i) {
-        program.waitForReadyRead(100);
-        errors += program.readAllStandardError();
-    }
-    EXPECT_THAT(errors.toStdString(), HasSubstr("/no/such/suite"));
-    EXPECT_EQ(program.state(), QProcess::Running) << "the message waits for its reader";
-    program.kill();
-    program.waitForFinished();
 }
 
 } // namespace

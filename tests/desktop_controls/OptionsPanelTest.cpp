@@ -1,13 +1,9 @@
-#include "tests/desktop_controls/Support.h"
+#include "tests/desktop_controls/OptionsPanelFixture.h"
 
 #include "base/ComponentError.h"
-#include "base/Value.h"
-#include "base/XmlDocument.h"
-#include "desktop/controls/OptionsPage.h"
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <fstream>
 #include <sstream>
 
@@ -17,16 +13,6 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr const char* small =
-    "<Options><Tool ID=\"A\"><DisplayName>Layout</DisplayName>"
-    "<Option><Name>chkSnapToGrid</Name><Value>ON</Value></Option>"
-    "<Option><Name>txtGridSpacing</Name><Value>2.5</Value></Option>"
-    "<Option><Name>cmbSheet</Name><Value>A3 landscape</Value></Option>"
-    "<Option><Name>optToolSortOrder</Name><Value>0</Value></Option>"
-    "<Option><Name>cmbDefaultPrinter</Name><Value>Old printer</Value></Option>"
-    "</Tool><Tool ID=\"B\"><DisplayName>Plot Queue</DisplayName>"
-    "<Option><Name>txtFolder</Name><Value>C:\\QUARRA</Value></Option></Tool></Options>";
-
 std::string SampleText() {
     std::ifstream file(std::string(KVTM_SUITE_FOLDER) + "/drive_c/QUARRA/Arvon/OPTIONS.XML",
                        std::ios::binary);
@@ -35,38 +21,12 @@ std::string SampleText() {
     return text.str();
 }
 
-/// The control, initialized by the request that its window sends when it is shown.
-class OptionsPanelTest : public testing::Test {
-protected:
-    void Open(const std::string& text) {
-        peer.replies["EnumPrinters"] = "<Printers><Printer default=\"-1\">Office laser</Printer>"
-                                       "<Printer default=\"0\">Plotter</Printer></Printers>";
-        peer.doings["InitializeOptions"] = [this, text] { Initialize(text); };
-        control = MakeControl("KvTMU110.ctlOptions", peer.Services());
-        panel.reset(control->Widget());
-        ShowInFront(*panel);
-    }
-    void Initialize(const std::string& text) {
-        const std::array arguments{base::Value(text)};
-        control->Call("Initialize", arguments);
-    }
-    template <class T> T& Part(const QString& name) { return Child<T>(*panel, name); }
-    std::string Updated() const {
-        const auto updates = peer.Of("UpdateOptions");
-        return updates.size() == 1 ? updates[0].parameters.at("Options")
-                                   : "sent " + std::to_string(updates.size()) + " times";
-    }
-
-    Peer peer;
-    std::shared_ptr<ControlObject> control;
-    std::unique_ptr<QWidget> panel;
-};
-
 } // namespace
 
 TEST_F(OptionsPanelTest, AsksToBeInitializedWhenShown) {
     Open(small);
-    EXPECT_THAT(peer.Types(), testing::ElementsAre("InitializeOptions", "EnumPrinters"));
+    EXPECT_THAT(peer.Types(), testing::ElementsAre("InitializeOptions", "GetOptionData", "EnumPrinters"));
+    EXPECT_EQ(peer.Of("GetOptionData")[0].parameters.at("ToolID"), "KvTMU110");
     EXPECT_EQ(control->Get("Options").ToText(), small);
     EXPECT_EQ(Part<QListView>("pages").model()->rowCount(), 2);
     EXPECT_EQ(Part<QLabel>("title").text(), "Layout");
@@ -261,133 +221,6 @@ TEST_F(OptionsPanelTest, TakesTheLanguagesThatTheHostKnows) {
     EXPECT_FALSE(language.isEditable());
     EXPECT_EQ(language.currentText(), "English");
     EXPECT_EQ(language.itemText(2), "9999");
-}
-
-TEST_F(OptionsPanelTest, EmptyAndBrokenTextsAreTold) {
-    Open("");
-    EXPECT_EQ(Part<QLabel>("empty").text(), "There are no options to show.");
-    EXPECT_FALSE(Part<QPushButton>("ok").isEnabled());
-    EXPECT_EQ(Unnamed(*panel), QStringList());
-    TakePictures(*panel, "options-empty");
-    for (const char* broken :
-         {"<Options><Tool>", "no xml at all", "<!DOCTYPE a [<!ENTITY e \"x\">]><a>&e;</a>"}) {
-        Initialize(broken);
-        EXPECT_THAT(Part<QLabel>("empty").text().toStdString(), HasSubstr("cannot be read")) << broken;
-        EXPECT_FALSE(Part<QPushButton>("ok").isEnabled());
-    }
-    Initialize("<Options/>");
-    EXPECT_EQ(Part<QLabel>("empty").text(), "There are no options to show.");
-    QTest::keyClick(panel.get(), Qt::Key_Return);
-    EXPECT_TRUE(peer.Of("UpdateOptions").empty());
-}
-
-TEST_F(OptionsPanelTest, MarkupShortcutMarksAndOtherScriptsStandAsTheyAre) {
-    Open(
-        "<Options><Tool ID=\"A\"><DisplayName>&lt;b&gt;Bold&lt;/b&gt; &amp;Co "
-        "\u05e9\u05dc\u05d5\u05dd</DisplayName>"
-        "<Option><Name>chkA</Name><Value>ON</Value></Option>"
-        "<Option><Name>lblA</Name><Value>&lt;b&gt;Save &amp;all&lt;/b&gt;</Value></Option>"
-        "<Option><Name>txt\u05e9\u05dc\u05d5\u05dd</Name><Value>\u05e2\u05d5\u05dc\u05dd abc</Value></Option>"
-        "<Option><Name>lblHint</Name><Value>&lt;img src='x'&gt; plain</Value></Option>"
-        "</Tool></Options>");
-    EXPECT_EQ(Part<QLabel>("title").text(), "<b>Bold</b> &Co \u05e9\u05dc\u05d5\u05dd");
-    EXPECT_EQ(Part<QLabel>("title").textFormat(), Qt::PlainText);
-    EXPECT_EQ(Part<QCheckBox>("chkA").text(), "<b>Save &&all</b>");
-    EXPECT_TRUE(Part<QCheckBox>("chkA").shortcut().isEmpty());
-    EXPECT_EQ(Part<QLabel>("lblHint").textFormat(), Qt::PlainText);
-    panel->setLayoutDirection(Qt::RightToLeft);
-    TakePictures(*panel, "options-markup");
-    panel->setLayoutDirection(Qt::LeftToRight);
-    QTest::keyClicks(&Part<QLineEdit>("txt\u05e9\u05dc\u05d5\u05dd"), "!");
-    Click(Part<QPushButton>("ok"));
-    EXPECT_THAT(Updated(), HasSubstr("!"));
-    EXPECT_THAT(Updated(), HasSubstr("&lt;img src='x'&gt; plain"));
-}
-
-TEST_F(OptionsPanelTest, VeryLongAndSeveralLineValuesArePreserved) {
-    const std::string lengthy(60'000, 'x');
-    Open("<Options><Tool ID=\"A\"><Option><Name>txtLong</Name><Value>" + lengthy +
-         "</Value></Option><Option><Name>txtLines</Name><Value>one\u00a0\ntwo</Value></Option>"
-         "<Option><Name>cmbLong</Name><Value>" +
-         lengthy + "</Value></Option></Tool></Options>");
-    auto& lines = Part<QPlainTextEdit>("txtLines");
-    lines.moveCursor(QTextCursor::End);
-    QTest::keyClicks(&lines, "!");
-    auto& longOne = Part<QPlainTextEdit>("txtLong");
-    longOne.moveCursor(QTextCursor::End);
-    QTest::keyClicks(&longOne, "!");
-    Click(Part<QPushButton>("ok"));
-    const std::string sent = Updated();
-    EXPECT_THAT(sent, HasSubstr("one\u00a0\ntwo!</Value>"));
-    EXPECT_NE(sent.find(">" + lengthy + "!</Value>"), std::string::npos);
-    EXPECT_NE(sent.find(">" + lengthy + "</Value>"), std::string::npos);
-}
-
-TEST_F(OptionsPanelTest, AnswersThatAreNoPrinterListAreNoPrinters) {
-    peer.replies["EnumPrinters"] = "<Printers><";
-    peer.doings["EnumPrinters"] = [this] { peer.replies["EnumPrinters"] = "<Printers><"; };
-    Open(small);
-    auto& printers = Part<QComboBox>("cmbDefaultPrinter");
-    EXPECT_EQ(printers.count(), 1);
-    EXPECT_EQ(printers.currentData().toByteArray(), "Old printer");
-}
-
-TEST_F(OptionsPanelTest, TenThousandOptionsOnAPageMakeOnlyWhatIsInSight) {
-    std::string text = "<Options><Tool ID=\"A\">";
-    for (int number = 0; number < 10'000; ++number)
-        text += "<Option><Name>txtOption" + std::to_string(number) + "</Name><Value>" +
-                std::to_string(number) + "</Value></Option>";
-    WorkClock clock;
-    Open(text + "</Tool></Options>");
-    EXPECT_LT(clock.Restart(), 3000);
-    auto& page = *panel->findChild<OptionsPage*>();
-    EXPECT_GT(page.RowsMade(), 10U);
-    EXPECT_LT(page.RowsMade(), 400U);
-    page.verticalScrollBar()->setValue(page.verticalScrollBar()->maximum());
-    QCoreApplication::processEvents();
-    page.verticalScrollBar()->setValue(page.verticalScrollBar()->maximum());
-    EXPECT_LT(page.RowsMade(), 400U);
-    auto& last = Part<QLineEdit>("txtOption9999");
-    EXPECT_TRUE(last.isVisible());
-    QTest::keyClicks(&last, "0");
-    clock.Restart();
-    QTest::keyClicks(&Part<QLineEdit>("search"), "9999");
-    EXPECT_LT(clock.Restart(), 2000);
-    EXPECT_EQ(page.RowsMade(), 1U);
-    Click(Part<QPushButton>("ok"));
-    EXPECT_THAT(Updated(), HasSubstr("<Name>txtOption9999</Name><Value>09999</Value>"));
-}
-
-TEST_F(OptionsPanelTest, TabbingGoesOnThroughRowsThatWereNotThere) {
-    std::string text = "<Options><Tool ID=\"A\">";
-    for (int number = 0; number < 200; ++number)
-        text += "<Option><Name>txtOption" + std::to_string(number) + "</Name><Value/></Option>";
-    Open(text + "</Tool></Options>");
-    Part<QLineEdit>("txtOption0").setFocus();
-    for (int step = 1; step < 200; ++step) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        ASSERT_EQ(QApplication::focusWidget()->objectName(), "txtOption" + QString::number(step));
-        ASSERT_FALSE(QApplication::focusWidget()->visibleRegion().isEmpty()) << step;
-    }
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget()->objectName(), "ok");
-}
-
-TEST_F(OptionsPanelTest, FiveHundredToolsStayUsable) {
-    std::string text = "<Options>";
-    for (int tool = 0; tool < 500; ++tool) {
-        text += "<Tool ID=\"T" + std::to_string(tool) + "\">";
-        for (int option = 0; option < 10; ++option)
-            text += "<Option><Name>chkOption" + std::to_string(option) + "</Name><Value>ON</Value></Option>";
-        text += "</Tool>";
-    }
-    WorkClock clock;
-    Open(text + "</Options>");
-    EXPECT_LT(clock.Restart(), 3000);
-    auto& pages = Part<QListView>("pages");
-    QTest::keyClick(&pages, Qt::Key_End);
-    EXPECT_EQ(Part<QLabel>("title").text(), "T499");
-    EXPECT_LT(clock.Restart(), 1000);
 }
 
 TEST_F(OptionsPanelTest, TheWheelScrollsAndChangesNoValue) {

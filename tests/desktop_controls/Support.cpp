@@ -20,6 +20,11 @@ ControlServices Peer::Services() {
     services.text = [this](int id) { return texts[id]; };
     services.problem = [this](const QString& toolName) { return problems[toolName]; };
     services.choices = [this](const QString& optionName) { return choices[optionName]; };
+    services.onNewOptions = [this](QObject* who, std::function<void(const std::string&)> told) {
+        newOptions = [who = QPointer<QObject>(who), told = std::move(told)](const std::string& options) {
+            if (who) told(options);
+        };
+    };
     return services;
 }
 

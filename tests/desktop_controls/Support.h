@@ -36,6 +36,8 @@ public:
     std::map<QString, QString> problems;                 // by tool name
     std::map<int, QString> texts;
     std::map<QString, QStringList> choices;
+    /// Tells the controls of new options; nobody follows them before the control asked to.
+    std::function<void(const std::string& options)> newOptions;
 
     std::vector<std::string> Types() const;
     std::vector<Sent> Of(const std::string& type) const;

@@ -1,0 +1,77 @@
+#include "desktop/controls/OfferPage.h"
+
+#include "base/ComponentError.h"
+#include "base/XmlDocument.h"
+#include "desktop/QtText.h"
+#include "desktop/controls/ControlTexts.h"
+#include "desktop/controls/Parts.h"
+
+#include <QLabel>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace desktop {
+
+OfferPage::OfferPage(Sort sort) : sort_(sort), table_(new QTreeView), message_(PlainLabel()) {
+    table_->setModel(&offers_);
+    table_->setRootIsDecorated(false);
+    table_->setUniformRowHeights(true);
+    table_->setAlternatingRowColors(true);
+    table_->setAllColumnsShowFocus(true);
+    message_->setAlignment(Qt::AlignCenter);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(table_);
+    column->addWidget(message_);
+    Show({});
+}
+
+OfferPage::~OfferPage() {
+    table_->setModel(nullptr); // the model goes before the view
+}
+
+void OfferPage::Show(Sort sort, const std::string& answer) {
+    sort_ = sort;
+    const bool isNew = sort == Sort::New;
+    QString text = ToQt(answer.empty() ? text::updates::NoAnswer
+                        : isNew        ? text::updates::NoNew
+                                       : text::updates::NoUpdates);
+    try {
+        if (answer.empty()) {
+            offers_.Clear();
+        } else {
+            offers_.Load(answer);
+        }
+    } catch (const base::ComponentError& error) {
+        offers_.Clear();
+        text = ToQt(text::updates::Unreadable).arg(ToQt(error.Description()));
+    }
+    message_->setText(text);
+    const bool any = offers_.rowCount() > 0;
+    table_->setVisible(any);
+    table_->setAccessibleName(ToQt(isNew ? text::updates::New : text::updates::Updates));
+    table_->setColumnHidden(UpdateOffers::Installed, isNew);
+    message_->setVisible(!any);
+    if (!any) return;
+    for (int column = 0; column < UpdateOffers::Description; ++column) {
+        table_->resizeColumnToContents(column);
+        table_->setColumnWidth(column, table_->columnWidth(column) + 12);
+    }
+    if (!table_->currentIndex().isValid()) table_->setCurrentIndex(offers_.index(0, 0));
+}
+
+void OfferPage::Retranslate(const QString& dateFormat) {
+    offers_.SetDateFormat(QString(dateFormat).replace('m', 'M'));
+}
+
+OfferPage::Sort SortOfOffer(const std::string& answer) {
+    try {
+        base::XmlDocument document;
+        document.LoadText(answer);
+        return document.Root().Attribute("ShowNew") == "-1" ? OfferPage::Sort::New : OfferPage::Sort::Updates;
+    } catch (const base::ComponentError&) {
+        return OfferPage::Sort::Updates;
+    }
+}
+
+} // namespace desktop
