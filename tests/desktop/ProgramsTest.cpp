@@ -51,6 +51,56 @@ TEST_F(ProgramsTest, AnOutsideProgramIsMarkedWhileItRuns) {
     EXPECT_THAT(boxes, IsEmpty());
 }
 
+TEST_F(ProgramsTest, TheLauncherKnowsWhatRunsInTheDesktop) {
+    Open();
+    const auto running = [this] {
+        return bridge->Host().SendRequest("RunningTools", {}, "Console", "Zarn11");
+    };
+    EXPECT_EQ(running(), "");
+    OpenRow(QStringLiteral("Layout"));
+    ASSERT_THAT(bridge->Model().Processes(), SizeIs(1));
+    EXPECT_EQ(running(), "Layout\tTobr43\t" + std::to_string(bridge->Model().Processes()[0].id));
+    OpenRow(QStringLiteral("Beam & Frame"));
+    EXPECT_THAT(running(), testing::EndsWith("\nBeam & Frame\tVn21\t0"));
+    ASSERT_TRUE(WaitUntil([this] { return bridge->Model().Processes().empty(); }));
+    Settle();
+    EXPECT_EQ(running(), "Beam & Frame\tVn21\t0");
+    Press(QKeySequence(Qt::CTRL | Qt::Key_W));
+    EXPECT_EQ(running(), "");
+}
+
+TEST_F(ProgramsTest, TheLauncherIsNoProgramThatIsOpenInTheWindow) {
+    Open();
+    EXPECT_THAT(bridge->Model().Loaded(), SizeIs(1));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Arvon"));
+    QAction* unload = nullptr;
+    for (QAction* action : window->findChild<QMenu*>(QStringLiteral("mnuView"))->actions())
+        if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_W)) unload = action;
+    ASSERT_NE(unload, nullptr);
+    EXPECT_FALSE(unload->isEnabled());
+    OpenRow(QStringLiteral("Unit Converter"));
+    OpenRow(QStringLiteral("Beam & Frame"));
+    EXPECT_THAT(boxes, IsEmpty()) << "one Vantor may be open";
+    EXPECT_TRUE(unload->isEnabled());
+    Press(QKeySequence(Qt::CTRL | Qt::Key_W));
+    EXPECT_EQ(StateOf(QStringLiteral("Beam & Frame")), QString()) << "the Vantor goes first";
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Unit Converter – Arvon"));
+    Press(QKeySequence(Qt::CTRL | Qt::Key_W));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Arvon"));
+    EXPECT_FALSE(unload->isEnabled());
+    EXPECT_THAT(bridge->Model().Loaded(), SizeIs(1));
+}
+
+TEST_F(ProgramsTest, ALauncherThatCannotBeLoadedIsToldInTheStatusBar) {
+    MakeBroken("Arvon/Bin/Zarn11.dll");
+    Open();
+    EXPECT_TRUE(StatusText().startsWith(QStringLiteral("tool \"Zarn11\" was not loaded")))
+        << StatusText().toStdString();
+    EXPECT_THAT(boxes, IsEmpty());
+    OpenRow(QStringLiteral("Layout"));
+    EXPECT_THAT(bridge->Model().Processes(), SizeIs(1));
+}
+
 TEST_F(ProgramsTest, TheTimeOfARunningProgramGoesOn) {
     Open();
     OpenRow(QStringLiteral("Plot Queue")); // runs for three seconds
@@ -84,7 +134,6 @@ TEST_F(ProgramsTest, AToolbarButtonStartsItsProgram) {
 TEST_F(ProgramsTest, ASecondVantorIsRefusedUntilTheFirstIsUnloaded) {
     Open();
     OpenRow(QStringLiteral("Beam & Frame"));
-    ASSERT_THAT(bridge->Model().Loaded(), testing::Not(IsEmpty()));
     EXPECT_TRUE(StateOf(QStringLiteral("Beam & Frame")).startsWith(QStringLiteral("Open 0:0")));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Beam & Frame – Arvon"));
 
