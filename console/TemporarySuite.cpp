@@ -68,7 +68,7 @@ void RemoveAndEnd(int number) {
 }
 
 fs::path MakeFolder() {
-    std::string name = fs::temp_directory_path() / "arvon-console-XXXXXX";
+    std::string name = fs::temp_directory_path() / "arvon-suite-XXXXXX";
     if (!mkdtemp(name.data())) ThrowSystemError(name.c_str());
     return name;
 }

@@ -1,7 +1,7 @@
 #include "base/XmlDocument.h"
 #include "tests/base/RefusalOf.h"
-#include "tests/base/TemporaryFolder.h"
 #include "tests/base/XmlDump.h"
+#include "tests/support/TestFolder.h"
 
 #include <random>
 #include <string>
@@ -189,7 +189,7 @@ TEST(XmlBounds, SurviveChangedBytes) {
 class DocumentType : public testing::TestWithParam<const char*> {};
 
 TEST_P(DocumentType, IsRefusedBeforeAnythingItDeclares) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const std::string secret = "the-secret-content";
     const std::string path = folder.Write("secret.txt", secret).generic_string();
     std::string text = GetParam();
@@ -220,7 +220,7 @@ INSTANTIATE_TEST_SUITE_P(
         "<!-- c --><!DOCTYPE a [<!ENTITY x SYSTEM 'FILE'>]><a>&x;</a>"));
 
 TEST(XmlBounds, IncludeNoOtherFile) {
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const std::string path = folder.Write("secret.txt", "the-secret-content").generic_string();
     XmlDocument document;
     document.LoadText("<?xml-stylesheet href='" + path + "'?><a xmlns:xi='http://www.w3.org/2001/XInclude'>" +

@@ -1,11 +1,11 @@
 #include "catalogue/DateFormat.h"
 
 #include "base/ComponentError.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cstdlib>
 
 namespace kvtm {
 
@@ -121,9 +121,8 @@ TEST(DateFormat, KeepsUnfinishedUtf8InPictures) {
 }
 
 TEST(DateNames, AreEnglishWhereTheLocaleIsMissing) {
-    setenv("LC_ALL", "xx_XX.UTF-8", 1);
+    const TestVariable locale("LC_ALL", "xx_XX.UTF-8");
     const DateNames names = DateNames::OfUser();
-    unsetenv("LC_ALL");
     EXPECT_EQ(names.months[2], "March");
     EXPECT_EQ(names.shortDate, "m/d/yyyy");
 }

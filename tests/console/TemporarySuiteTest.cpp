@@ -1,10 +1,11 @@
 #include "console/TemporarySuite.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <thread>
@@ -20,14 +21,9 @@ namespace {
 class TemporarySuiteTest : public testing::Test {
 protected:
     TemporarySuiteTest() {
-        std::string name = fs::temp_directory_path() / "suite-original-XXXXXX";
-        original = mkdtemp(name.data());
-        fs::create_directories(original / "drive_c" / "QUARRA");
-        std::ofstream(original / "registry.reg") << "here";
-        std::ofstream(original / "drive_c" / "QUARRA" / "run.exe") << "run";
-        fs::permissions(original / "drive_c" / "QUARRA" / "run.exe", fs::perms::owner_all);
+        folder.Write("original/registry.reg", "here");
+        fs::permissions(folder.Write("original/drive_c/QUARRA/run.exe", "run"), fs::perms::owner_all);
     }
-    ~TemporarySuiteTest() override { fs::remove_all(original); }
 
     /// A process that makes a copy, tells its place and waits to be ended by `number`; the place, and how it
     /// ended.
@@ -54,50 +50,51 @@ protected:
         return {place, WIFSIGNALED(status) ? WTERMSIG(status) : 0};
     }
 
-    fs::path original;
+    const TestFolder folder;
+    const fs::path original = folder / "original";
 };
 
 } // namespace
 
 TEST_F(TemporarySuiteTest, IsAWholeCopyThatGoesWithTheObject) {
     std::optional<TemporarySuite> copy(original);
-    const fs::path folder = copy->Folder();
-    EXPECT_NE(folder, original);
-    EXPECT_TRUE(fs::exists(folder / "registry.reg"));
-    EXPECT_EQ(fs::status(folder / "drive_c" / "QUARRA" / "run.exe").permissions(), fs::perms::owner_all);
-    std::ofstream(folder / "drive_c" / "new") << "new";
+    const fs::path place = copy->Folder();
+    EXPECT_NE(place, original);
+    EXPECT_TRUE(fs::exists(place / "registry.reg"));
+    EXPECT_EQ(fs::status(place / "drive_c" / "QUARRA" / "run.exe").permissions(), fs::perms::owner_all);
+    WriteWholeFile(place / "drive_c" / "new", "new");
     copy.reset();
-    EXPECT_FALSE(fs::exists(folder));
+    EXPECT_FALSE(fs::exists(place));
     EXPECT_FALSE(fs::exists(original / "drive_c" / "new"));
 }
 
 TEST_F(TemporarySuiteTest, LeavesNothingBehindWhenTheOriginalIsMissing) {
-    const auto count = [] {
-        std::size_t folders = 0;
-        for (const auto& entry : fs::directory_iterator(fs::temp_directory_path()))
-            folders += entry.path().filename().string().starts_with("arvon-console-") ? 1 : 0;
-        return folders;
-    };
-    const fs::path temporary = original / "temporary";
-    fs::create_directories(temporary);
-    setenv("TMPDIR", temporary.c_str(), 1);
+    const fs::path temporary = folder / "temporary";
+    fs::create_directory(temporary);
+    const TestVariable temporaryPlace("TMPDIR", temporary.c_str());
     EXPECT_THROW(TemporarySuite(original / "missing"), fs::filesystem_error);
-    EXPECT_EQ(count(), 0u);
-    unsetenv("TMPDIR");
+    EXPECT_TRUE(fs::is_empty(temporary));
+}
+
+TEST_F(TemporarySuiteTest, LiesInATemporaryFolderOfTheSuites) {
+    const TestVariable temporaryPlace("TMPDIR", folder.Path().c_str());
+    const TemporarySuite copy(original);
+    EXPECT_EQ(copy.Folder().parent_path(), folder.Path());
+    EXPECT_TRUE(copy.Folder().filename().string().starts_with("arvon-suite-")) << copy.Folder();
 }
 
 TEST_F(TemporarySuiteTest, IsGoneBeforeAProcessEndedByASignalIs) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        const auto [folder, endedBy] = EndedBySignal(number);
+        const auto [place, endedBy] = EndedBySignal(number);
         EXPECT_EQ(endedBy, number);
-        EXPECT_FALSE(fs::exists(folder)) << number;
+        EXPECT_FALSE(fs::exists(place)) << number;
     }
 }
 
 TEST_F(TemporarySuiteTest, GoesSoonAfterAProcessThatWasKilled) {
-    const auto [folder, endedBy] = EndedBySignal(SIGKILL);
+    const auto [place, endedBy] = EndedBySignal(SIGKILL);
     EXPECT_EQ(endedBy, SIGKILL);
-    for (int i = 0; i < 500 && fs::exists(folder); ++i)
+    for (int i = 0; i < 500 && fs::exists(place); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    EXPECT_FALSE(fs::exists(folder));
+    EXPECT_FALSE(fs::exists(place));
 }

@@ -5,7 +5,6 @@
 #include "platform/StringModules.h"
 
 #include <fcntl.h>
-#include <fstream>
 
 namespace arvon::host::test {
 namespace {
@@ -64,8 +63,7 @@ TEST_F(ResourcesOfTheHost, KeepTheLanguageForTheNextTime) {
     const auto group = (Open(), Framework().GetSettings("Framework"));
     Framework().SwitchLanguage("1031");
     EXPECT_EQ(group->GetItem("LocaleID").ToText(), "1031"); // a group handed out before follows
-    std::ifstream in(installation.Folder() / "host.ini");
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}),
+    EXPECT_EQ(ReadWholeFile(installation.Folder() / "host.ini"),
               "[Framework]\nLocaleID=1031\nFontName=Sans\nFontSize=9\n");
     Open();
     EXPECT_EQ(Text("2"), "Text 2");

@@ -1,15 +1,14 @@
 #include "tests/options/OptionsFixture.h"
 
 #include "core/Names.h"
+#include "tests/support/LocalSocket.h"
+#include "tests/support/OrdinaryUser.h"
 
-#include <arpa/inet.h>
 #include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
 #include <poll.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace kvtm::test {
 namespace {
@@ -18,49 +17,17 @@ using testing::AnyOf;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
-/// Works as a user without privileges while it lives; the super-user may do anything.
-class WithoutPrivileges {
-public:
-    WithoutPrivileges() {
-        constexpr uid_t nobody = 65534;
-        if (wasRoot_ && seteuid(nobody) != 0) throw std::runtime_error("cannot give up the privileges");
-    }
-    ~WithoutPrivileges() {
-        if (wasRoot_ && seteuid(0) != 0) ADD_FAILURE() << "cannot take the privileges back";
-    }
-    WithoutPrivileges(const WithoutPrivileges&) = delete;
-    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
-
-private:
-    const bool wasRoot_ = geteuid() == 0;
-};
-
 /// A port of this machine that somebody may be lured to.
 class Port {
 public:
-    Port() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        auto* any = reinterpret_cast<sockaddr*>(&address);
-        if (::bind(socket_, any, size) != 0 || ::listen(socket_, 1) != 0 ||
-            ::getsockname(socket_, any, &size) != 0)
-            throw std::runtime_error("cannot listen");
-        number_ = ntohs(address.sin_port);
-    }
-    ~Port() { ::close(socket_); }
-    Port(const Port&) = delete;
-    Port& operator=(const Port&) = delete;
-    std::string Url() const { return "http://127.0.0.1:" + std::to_string(number_) + "/x"; }
+    std::string Url() const { return "http://127.0.0.1:" + std::to_string(socket_.Port()) + "/x"; }
     bool WasVisited() const {
-        pollfd waiting{socket_, POLLIN, 0};
+        pollfd waiting{socket_.Descriptor(), POLLIN, 0};
         return ::poll(&waiting, 1, 0) != 0;
     }
 
 private:
-    int socket_;
-    int number_ = 0;
+    LocalSocket socket_;
 };
 
 std::string Deep(std::size_t levels) {
@@ -119,13 +86,6 @@ protected:
         LoadOnBadFile();
         ExpectNoOptions();
         EXPECT_TRUE(FileText() == text) << "the damaged file was changed";
-    }
-
-    void OpenToEverybody() {
-        fs::permissions(installation.Folder(), fs::perms(0755));
-        for (const auto& entry : fs::recursive_directory_iterator(installation.Folder())) {
-            if (entry.is_directory()) fs::permissions(entry.path(), fs::perms(0777));
-        }
     }
 
     static std::string Good() { return Options(SortOptions() + Tool("a", Option("n", "1"))); }
@@ -204,10 +164,9 @@ TEST_F(BadOptionsFile, ALinkToItself) {
 
 TEST_F(BadOptionsFile, Unreadable) {
     installation.Write(file, Good());
-    OpenToEverybody();
     fs::permissions(installation.File(file), fs::perms::none);
     {
-        const WithoutPrivileges nobody;
+        const OrdinaryUser user(installation.Folder());
         LoadOnBadFile();
         ExpectNoOptions();
     }
@@ -218,9 +177,8 @@ TEST_F(BadOptionsFile, Unreadable) {
 
 TEST_F(BadOptionsFile, ReadOnly) {
     installation.Write(file, Good());
-    OpenToEverybody();
     fs::permissions(installation.File(file), fs::perms(0444));
-    const WithoutPrivileges nobody;
+    const OrdinaryUser user(installation.Folder());
     LoadOnBadFile();
     EXPECT_EQ(Get("a", "n"), "1");
     EXPECT_EQ(Set("a", "n", "2"), "False");

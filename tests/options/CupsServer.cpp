@@ -2,10 +2,7 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -21,12 +18,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* program = "/usr/sbin/cupsd";
-
-void WriteFile(const fs::path& file, const std::string& text) {
-    std::ofstream out(file);
-    out << text;
-    if (!out.flush()) throw std::runtime_error("cannot write " + file.string());
-}
 
 bool Answers(const fs::path& socketPath) {
     sockaddr_un address{};
@@ -46,44 +37,39 @@ CupsServer::CupsServer(std::vector<std::string> queues, std::string defaultQueue
         throw std::runtime_error(std::string(program) +
                                  " is missing: install the Debian package cups-daemon (cmake/setup.sh test)");
     }
-    std::string pattern = (fs::temp_directory_path() / "cups-XXXXXX").string();
-    if (!::mkdtemp(pattern.data())) throw std::runtime_error("cannot make a temporary folder");
-    folder_ = pattern;
     try {
         WriteConfiguration(queues, defaultQueue);
         Start();
         WaitUntilItAnswers();
     } catch (...) {
         Stop();
-        fs::remove_all(folder_);
         throw;
     }
-    environment_.Set("CUPS_SERVER", Socket().string());
-    environment_.Set("HOME", folder_.string()); // no choice of the user's own
-    environment_.Unset("PRINTER");
-    environment_.Unset("LPDEST");
+    environment_.emplace_back("CUPS_SERVER", Socket().c_str());
+    environment_.emplace_back("HOME", folder_.Path().c_str()); // no choice of the user's own
+    environment_.emplace_back("PRINTER", nullptr);
+    environment_.emplace_back("LPDEST", nullptr);
 }
 
 CupsServer::~CupsServer() {
-    environment_.Restore();
+    environment_.clear();
     Stop();
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
 }
 
 void CupsServer::WriteConfiguration(const std::vector<std::string>& queues,
                                     const std::string& defaultQueue) const {
     for (const char* place : {"etc", "cache", "state", "spool", "tmp", "doc"})
         fs::create_directory(folder_ / place);
-    const std::string at = folder_.string();
-    WriteFile(folder_ / "etc/cupsd.conf", "Listen " + Socket().string() +
-                                              "\nLogLevel warn\nBrowsing No\nBrowseLocalProtocols none\n"
-                                              "DefaultAuthType None\nWebInterface No\nMaxLogSize 0\n"
-                                              "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n");
-    WriteFile(folder_ / "etc/cups-files.conf",
-              "ServerRoot " + at + "/etc\nServerBin /usr/lib/cups\nCacheDir " + at + "/cache\nStateDir " +
-                  at + "/state\nRequestRoot " + at + "/spool\nTempDir " + at + "/tmp\nDocumentRoot " + at +
-                  "/doc\nAccessLog " + at + "/access\nErrorLog " + at + "/error\nPageLog " + at + "/page\n");
+    const std::string at = folder_.Path();
+    folder_.Write("etc/cupsd.conf", "Listen " + Socket().string() +
+                                        "\nLogLevel warn\nBrowsing No\nBrowseLocalProtocols none\n"
+                                        "DefaultAuthType None\nWebInterface No\nMaxLogSize 0\n"
+                                        "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n");
+    folder_.Write("etc/cups-files.conf", "ServerRoot " + at + "/etc\nServerBin /usr/lib/cups\nCacheDir " +
+                                             at + "/cache\nStateDir " + at + "/state\nRequestRoot " + at +
+                                             "/spool\nTempDir " + at + "/tmp\nDocumentRoot " + at +
+                                             "/doc\nAccessLog " + at + "/access\nErrorLog " + at +
+                                             "/error\nPageLog " + at + "/page\n");
     std::string printers;
     for (const std::string& queue : queues) {
         const std::string element = queue == defaultQueue ? "DefaultPrinter" : "Printer";
@@ -91,7 +77,7 @@ void CupsServer::WriteConfiguration(const std::vector<std::string>& queues,
                     ">\nDeviceURI file:///dev/null\nState Idle\nAccepting Yes\n" + "Shared No\n</" + element +
                     ">\n";
     }
-    WriteFile(folder_ / "etc/printers.conf", printers);
+    folder_.Write("etc/printers.conf", printers);
 }
 
 void CupsServer::Start() {
@@ -136,32 +122,7 @@ void CupsServer::Resume() {
 }
 
 std::string CupsServer::Log() const {
-    std::ifstream in(folder_ / "error");
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void CupsServer::Environment::Keep(const char* name) {
-    if (const char* value = std::getenv(name))
-        set_.emplace_back(name, value);
-    else
-        unset_.emplace_back(name);
-}
-
-void CupsServer::Environment::Set(const char* name, const std::string& value) {
-    Keep(name);
-    ::setenv(name, value.c_str(), 1);
-}
-
-void CupsServer::Environment::Unset(const char* name) {
-    Keep(name);
-    ::unsetenv(name);
-}
-
-void CupsServer::Environment::Restore() {
-    for (const auto& [name, value] : set_)
-        ::setenv(name.c_str(), value.c_str(), 1);
-    for (const std::string& name : unset_)
-        ::unsetenv(name.c_str());
+    return fs::exists(folder_ / "error") ? folder_.Read("error") : "it has written no log";
 }
 
 } // namespace kvtm::test

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestVariable.h"
+
 #include <filesystem>
+#include <list>
 #include <string>
 #include <sys/types.h>
-#include <utility>
 #include <vector>
 
 namespace kvtm::test {
@@ -25,27 +28,15 @@ public:
     void Resume();
 
 private:
-    class Environment {
-    public:
-        void Set(const char* name, const std::string& value);
-        void Unset(const char* name);
-        void Restore();
-
-    private:
-        void Keep(const char* name);
-        std::vector<std::pair<std::string, std::string>> set_;
-        std::vector<std::string> unset_;
-    };
-
     void WriteConfiguration(const std::vector<std::string>& queues, const std::string& defaultQueue) const;
     void Start();
     void WaitUntilItAnswers();
     std::filesystem::path Socket() const { return folder_ / "socket"; }
     std::string Log() const;
 
-    std::filesystem::path folder_;
+    TestFolder folder_;
     pid_t process_ = 0;
-    Environment environment_;
+    std::list<TestVariable> environment_;
 };
 
 } // namespace kvtm::test

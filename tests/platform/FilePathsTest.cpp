@@ -1,7 +1,7 @@
 #include "platform/FilePaths.h"
 
 #include "tests/base/RefusalOf.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 #include "platform/linux/FileCalls.h"
 
 #include "base/ComponentError.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 

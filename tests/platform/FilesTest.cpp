@@ -1,7 +1,8 @@
 #include "platform/Files.h"
 
 #include "tests/base/RefusalOf.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 

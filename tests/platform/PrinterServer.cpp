@@ -1,6 +1,5 @@
 #include "tests/platform/PrinterServer.h"
 
-#include <arpa/inet.h>
 #include <array>
 #include <chrono>
 #include <cups/cups.h>
@@ -50,16 +49,6 @@ std::size_t QuestionLength(const std::string& received, std::size_t& body) {
 
 PrinterServer::PrinterServer(Manner manner, std::vector<std::string> printers, std::string defaultName)
     : manner_(manner), printers_(std::move(printers)), defaultName_(std::move(defaultName)) {
-    listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    sockaddr* const any = reinterpret_cast<sockaddr*>(&address);
-    if (::bind(listener_, any, size) != 0 || ::listen(listener_, 16) != 0 ||
-        ::getsockname(listener_, any, &size) != 0)
-        throw std::runtime_error("cannot listen on this machine");
-    port_ = ntohs(address.sin_port);
     accepting_ = std::thread([this] { Run(); });
 }
 
@@ -68,14 +57,13 @@ PrinterServer::~PrinterServer() {
     accepting_.join();
     for (std::thread& thread : serving_)
         thread.join();
-    ::close(listener_);
 }
 
 void PrinterServer::Run() {
     while (!isEnding_) {
-        pollfd wait{listener_, POLLIN, 0};
+        pollfd wait{listener_.Descriptor(), POLLIN, 0};
         if (::poll(&wait, 1, static_cast<int>(Step.count())) <= 0) continue;
-        const int connection = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        const int connection = ::accept4(listener_.Descriptor(), nullptr, nullptr, SOCK_CLOEXEC);
         if (connection < 0) continue;
         ++connections_;
         serving_.emplace_back([this, connection] {

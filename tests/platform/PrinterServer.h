@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/LocalSocket.h"
+
 #include <atomic>
 #include <mutex>
 #include <string>
@@ -24,7 +26,7 @@ public:
     PrinterServer(const PrinterServer&) = delete;
     PrinterServer& operator=(const PrinterServer&) = delete;
 
-    int Port() const { return port_; }
+    int Port() const { return listener_.Port(); }
     int Connections() const { return connections_; }
 
 private:
@@ -36,8 +38,7 @@ private:
     Manner manner_;
     std::vector<std::string> printers_;
     std::string defaultName_;
-    int listener_ = -1;
-    int port_ = 0;
+    LocalSocket listener_;
     std::atomic<int> connections_ = 0;
     std::atomic<bool> isEnding_ = false;
     std::vector<std::thread> serving_;

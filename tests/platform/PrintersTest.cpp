@@ -1,7 +1,7 @@
 #include "platform/Printers.h"
 
 #include "tests/platform/PrinterServer.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "platform/FilePaths.h"
 #include "platform/Services.h"
 #include "platform/modUtility.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>

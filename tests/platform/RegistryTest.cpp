@@ -2,7 +2,8 @@
 
 #include "platform/FilePaths.h"
 #include "tests/base/RefusalOf.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 

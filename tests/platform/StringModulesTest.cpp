@@ -1,7 +1,7 @@
 #include "platform/StringModules.h"
 
 #include "tests/platform/ModuleBuilder.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 

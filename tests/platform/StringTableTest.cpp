@@ -1,11 +1,10 @@
 #include "platform/linux/StringTable.h"
 
 #include "tests/platform/ModuleBuilder.h"
+#include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <random>
 
 using platform::StringTable;
@@ -15,9 +14,7 @@ namespace {
 constexpr std::array<std::uint16_t, 7> Numbers = {1, 2, 15, 16, 1033, 2000, 65535};
 
 std::string GoodModule() {
-    std::ifstream in(STRING_MODULE, std::ios::binary);
-    EXPECT_TRUE(in) << STRING_MODULE;
-    return {std::istreambuf_iterator<char>(in), {}};
+    return ReadWholeFile(STRING_MODULE);
 }
 
 std::u16string TextOf(const StringTable& table, std::uint16_t number) {

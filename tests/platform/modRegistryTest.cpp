@@ -2,7 +2,7 @@
 
 #include "platform/Services.h"
 #include "tests/base/RefusalOf.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>

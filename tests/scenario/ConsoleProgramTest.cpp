@@ -46,34 +46,30 @@ TEST_F(ConsoleProgram, RefusesABadCommandLine) {
 
 TEST_F(ConsoleProgram, RefusesASuiteThatIsNone) {
     ExpectRefused(RunConsole({"--suite", folder / "missing"}), "missing");
-    ExpectRefused(RunConsole({"--suite", folder}), "drive_c");
+    ExpectRefused(RunConsole({"--suite", folder.Path()}), "drive_c");
     fs::remove(File("registry.reg"));
     ExpectRefused(RunConsole({"--suite", suite}), "registry.reg");
 }
 
 TEST_F(ConsoleProgram, RefusesAScriptThatCannotBeRead) {
     ExpectRefused(RunConsole({"--suite", suite, folder / "missing.arvon"}), "missing.arvon");
-    ExpectRefused(RunConsole({"--suite", suite, folder}), "is a folder");
+    ExpectRefused(RunConsole({"--suite", suite, folder.Path()}), "is a folder");
 }
 
 TEST_F(ConsoleProgram, RefusesToRunWithoutAnySuite) {
-    setenv("ARVON_SAMPLE_SUITE", (folder / "missing").c_str(), 1);
-    const Transcript run = RunConsole({});
-    unsetenv("ARVON_SAMPLE_SUITE");
-    ExpectRefused(run, "no sample suite");
+    const TestVariable sample("ARVON_SAMPLE_SUITE", (folder / "missing").c_str());
+    ExpectRefused(RunConsole({}), "no sample suite");
 }
 
 TEST_F(ConsoleProgram, WorksOnACopyOfTheSampleSuiteThatGoesWithIt) {
     const fs::path temporary = folder / "temporary";
     fs::create_directory(temporary);
-    setenv("TMPDIR", temporary.c_str(), 1);
-    setenv("ARVON_SAMPLE_SUITE", suite.c_str(), 1);
+    const TestVariable temporaryPlace("TMPDIR", temporary.c_str());
+    const TestVariable sample("ARVON_SAMPLE_SUITE", suite.c_str());
     const std::string before = Read("drive_c/QUARRA/Arvon/OPTIONS.XML");
     const Transcript run = RunConsole(
         {"--json"}, "load\nrequest SetOptionValue ToolID=Tobr43 OptionName=cmbSheet OptionValue=A0\n"
                     "request GetOptionValue ToolID=Tobr43 OptionName=cmbSheet\n");
-    unsetenv("TMPDIR");
-    unsetenv("ARVON_SAMPLE_SUITE");
     EXPECT_EQ(run.Replies().back(), "A0");
     EXPECT_EQ(Read("drive_c/QUARRA/Arvon/OPTIONS.XML"), before);
     EXPECT_TRUE(fs::is_empty(temporary));

@@ -1,39 +1,14 @@
 #include "tests/scenario/ConsoleRun.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <sstream>
-#include <stdexcept>
+#include "tests/support/TestProgram.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace scenario {
 
 namespace {
-
-std::string ReadWhole(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) throw std::runtime_error("cannot read " + file.string());
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-void WriteWhole(const fs::path& file, std::string_view content) {
-    std::ofstream stream(file, std::ios::binary);
-    stream.write(content.data(), static_cast<std::streamsize>(content.size()));
-    if (!stream.flush()) throw std::runtime_error("cannot write " + file.string());
-}
-
-fs::path NewFolder() {
-    std::string name = fs::temp_directory_path() / "scenario-XXXXXX";
-    if (!mkdtemp(name.data())) throw std::runtime_error("no folder for the scenario");
-    return name;
-}
 
 std::string Short(const Json& line) {
     const std::string is = line.at("is");
@@ -52,30 +27,6 @@ std::vector<std::string> Texts(const std::vector<Json>& lines, const char* membe
     for (const Json& line : lines)
         texts.push_back(line.at(member));
     return texts;
-}
-
-/// Runs a program with its standard streams on files; the exit status, or 128 and the signal's number.
-int RunOnFiles(const std::vector<std::string>& commandLine, const fs::path& in, const fs::path& out,
-               const fs::path& err) {
-    std::vector<char*> arguments;
-    for (const std::string& word : commandLine)
-        arguments.push_back(const_cast<char*>(word.c_str()));
-    arguments.push_back(nullptr);
-
-    constexpr int writing = O_WRONLY | O_CREAT | O_TRUNC;
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, in.c_str(), O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), writing, 0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), writing, 0600);
-    pid_t child = 0;
-    const int failure = posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failure != 0) throw std::runtime_error("cannot start " + commandLine.front());
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
 } // namespace
@@ -154,13 +105,8 @@ Json Find(const Json& entries, std::string_view member, std::string_view value) 
     return nullptr;
 }
 
-Scenario::Scenario() : folder(NewFolder()), suite(folder / "suite") {
+Scenario::Scenario() : suite(folder / "suite") {
     fs::copy(SampleSuite(), suite, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-}
-
-Scenario::~Scenario() {
-    std::error_code ignored;
-    fs::remove_all(folder, ignored);
 }
 
 Transcript Scenario::Run(std::string_view script) const {
@@ -168,14 +114,13 @@ Transcript Scenario::Run(std::string_view script) const {
 }
 
 Transcript Scenario::RunConsole(const std::vector<std::string>& arguments, std::string_view input) {
-    const fs::path streams = NewFolder();
-    WriteWhole(streams / "in", input);
+    const TestFolder streams;
+    streams.Write("in", input);
     std::vector<std::string> commandLine{Console()};
     commandLine.insert(commandLine.end(), arguments.begin(), arguments.end());
-    const int status = RunOnFiles(commandLine, streams / "in", streams / "out", streams / "err");
-    Transcript transcript(status, ReadWhole(streams / "out"), ReadWhole(streams / "err"));
-    fs::remove_all(streams);
-    return transcript;
+    const int status =
+        WaitForEnd(StartProgram(commandLine, {streams / "in", streams / "out", streams / "err"}));
+    return {status, streams.Read("out"), streams.Read("err")};
 }
 
 fs::path Scenario::Console() {
@@ -187,11 +132,11 @@ fs::path Scenario::SampleSuite() {
 }
 
 void Scenario::Write(std::string_view path, std::string_view content) const {
-    WriteWhole(File(path), content);
+    WriteWholeFile(File(path), content);
 }
 
 std::string Scenario::Read(std::string_view path) const {
-    return ReadWhole(File(path));
+    return ReadWholeFile(File(path));
 }
 
 } // namespace scenario

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/TestFolder.h"
 #include "tests/support/TestVariable.h"
 
 #include <gmock/gmock.h>
@@ -55,7 +56,6 @@ Json Find(const Json& entries, std::string_view member, std::string_view value);
 class Scenario : public testing::Test {
 protected:
     Scenario();
-    ~Scenario() override;
 
     /// Runs a script with --json on this test's suite.
     Transcript Run(std::string_view script) const;
@@ -69,8 +69,8 @@ protected:
     void Write(std::string_view path, std::string_view content) const;
     std::string Read(std::string_view path) const;
 
-    std::filesystem::path folder; // of this test alone; goes with it
-    std::filesystem::path suite;  // in it
+    const TestFolder folder;           // of this test alone
+    const std::filesystem::path suite; // in it
 
 private:
     WithoutDisplay withoutDisplay_;

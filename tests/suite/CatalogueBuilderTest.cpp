@@ -140,7 +140,7 @@ TEST_F(BuildToolXml, WorksOnTheInstallationThatItIsGiven) {
 TEST_F(BuildToolXml, WorksOnTheInstallationThatTheEnvironmentNames) {
     fs::create_directories(Outside("other/drive_c/QUARRA/Arvon"));
     Write(Outside("other/registry.reg"), "Windows Registry Editor Version 5.00\r\n");
-    setenv("ARVON_INSTALLATION", Outside("other").c_str(), 1);
+    const TestVariable installation("ARVON_INSTALLATION", Outside("other").c_str());
     EXPECT_EQ(RunBuilder().exitCode, 0);
     EXPECT_THAT(Read(Outside("other/drive_c/QUARRA/Arvon/Tools.xml")), HasSubstr("<Tools/>"));
 }

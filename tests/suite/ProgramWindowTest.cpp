@@ -1,7 +1,7 @@
 // What is in an outside program's window.
 
 #include "suite/programs/outside/ProgramWindow.h"
-#include "tests/platform/TestFolder.h"
+#include "tests/support/TestFolder.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -210,7 +210,7 @@ TEST_F(SampleData, HasOptionsThatOptionSetsCanHold) {
 }
 
 TEST_F(SampleData, HasRegistryAndInterfaceValues) {
-    setenv("ARVON_INSTALLATION", Installation().c_str(), 1);
+    const TestVariable installation("ARVON_INSTALLATION", Installation().c_str());
     const platform::Services services = platform::Services::Create();
     const auto read = [&](std::string_view key, std::string_view value) {
         return platform::modRegistry::getRegistryStringValue(services, platform::HkeyLocalMachine, key, value,

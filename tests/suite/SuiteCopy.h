@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/TestFolder.h"
 #include "tests/support/TestVariable.h"
 
 #include <filesystem>
@@ -20,17 +21,20 @@ struct ProgramEnd {
 class SuiteCopy : public testing::Test {
 protected:
     SuiteCopy();
-    ~SuiteCopy() override;
 
     /// Below drive_c/QUARRA of the copy.
     std::filesystem::path Quarra(const std::filesystem::path& below = {}) const;
     std::filesystem::path Installation() const { return folder_ / "suite"; }
     /// Beside the installation: for what no program may reach.
-    std::filesystem::path Outside(const std::filesystem::path& below = {}) const { return folder_ / below; }
+    std::filesystem::path Outside(const std::filesystem::path& below = {}) const {
+        return folder_.Path() / below;
+    }
 
-    static std::string Read(const std::filesystem::path& file);
+    static std::string Read(const std::filesystem::path& file) { return ReadWholeFile(file); }
     /// Makes the folders that are missing, too.
-    static void Write(const std::filesystem::path& file, const std::string& content);
+    static void Write(const std::filesystem::path& file, const std::string& content) {
+        WriteWholeFile(file, content);
+    }
 
     /// Starts a program and waits for its end.
     ProgramEnd Run(const std::filesystem::path& program,
@@ -44,8 +48,10 @@ protected:
     static int WaitFor(int processId);
 
 private:
+    // the copy's programs find it by themselves
+    TestVariable noInstallation_{"ARVON_INSTALLATION", nullptr}, noCodePage_{"ARVON_CODE_PAGE", nullptr};
     WithoutDisplay withoutDisplay_;
-    std::filesystem::path folder_;
+    TestFolder folder_;
 };
 
 } // namespace suite::test

@@ -2,11 +2,6 @@
 
 #include "base/Text.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
-
 namespace kvtm::test {
 
 namespace fs = std::filesystem;
@@ -19,21 +14,11 @@ std::string Escaped(std::string_view text) {
     return base::Replace(escaped, "\"", "&quot;");
 }
 
-void WriteFile(const fs::path& file, std::string_view content) {
-    fs::create_directories(file.parent_path());
-    std::ofstream out(file, std::ios::binary);
-    out << content;
-    if (!out.flush()) throw std::runtime_error("cannot write " + file.string());
-}
-
 } // namespace
 
 TestInstallation::TestInstallation() {
-    std::string pattern = (fs::temp_directory_path() / "kvtm-test-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("cannot make a temporary folder");
-    folder_ = pattern;
     WriteRegistry({{"BinPath", "C:\\QUARRA\\Arvon\\Bin"}, {"Brand", "Halcrest"}});
-    WriteFile(folder_ / "host.ini", "[Framework]\nLocaleID=1033\nFontName=Sans\nFontSize=9\n");
+    folder_.Write("host.ini", "[Framework]\nLocaleID=1033\nFontName=Sans\nFontSize=9\n");
     Write("Arvon/Bin/UIKeys.txt", "ReportsLogoFile=\r\nOther=1\r\n");
     Write("Arvon/OPTIONS.XML", "<Options><ToolOptions><Tool ID=\"SOV02\">"
                                "<Option><Name>cmbToolSortKey</Name><Value/></Option>"
@@ -45,23 +30,16 @@ TestInstallation::TestInstallation() {
     WriteTools({});
 }
 
-TestInstallation::~TestInstallation() {
-    std::error_code ignored; // a test may have taken the folder away
-    fs::remove_all(folder_, ignored);
-}
-
 fs::path TestInstallation::File(std::string_view place) const {
-    return folder_ / "drive_c" / "QUARRA" / place;
+    return folder_ / "drive_c/QUARRA" / place;
 }
 
 std::string TestInstallation::Read(std::string_view place) const {
-    std::ifstream in(File(place), std::ios::binary);
-    if (!in) throw std::runtime_error("cannot read " + File(place).string());
-    return {std::istreambuf_iterator<char>(in), {}};
+    return ReadWholeFile(File(place));
 }
 
 void TestInstallation::Write(std::string_view place, std::string_view content) const {
-    WriteFile(File(place), content);
+    WriteWholeFile(File(place), content);
 }
 
 void TestInstallation::WriteTools(const std::vector<CatalogueTool>& tools) const {
@@ -94,7 +72,7 @@ void TestInstallation::WriteRegistry(const std::vector<std::pair<std::string, st
     for (const auto& [name, value] : values) {
         text += "\"" + name + "\"=\"" + base::Replace(value, "\\", "\\\\") + "\"\r\n";
     }
-    WriteFile(folder_ / "registry.reg", text);
+    folder_.Write("registry.reg", text);
 }
 
 } // namespace kvtm::test

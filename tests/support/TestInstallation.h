@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/TestFolder.h"
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -29,11 +31,8 @@ struct CatalogueTool {
 class TestInstallation {
 public:
     TestInstallation();
-    ~TestInstallation();
-    TestInstallation(const TestInstallation&) = delete;
-    TestInstallation& operator=(const TestInstallation&) = delete;
 
-    const std::filesystem::path& Folder() const { return folder_; }
+    const std::filesystem::path& Folder() const { return folder_.Path(); }
     /// A file by its place under C:\QUARRA, in system form: "Arvon/Tools.xml".
     std::filesystem::path File(std::string_view place) const;
     std::string Read(std::string_view place) const;
@@ -44,7 +43,7 @@ public:
     void WriteRegistry(const std::vector<std::pair<std::string, std::string>>& values) const;
 
 private:
-    std::filesystem::path folder_;
+    TestFolder folder_;
 };
 
 } // namespace kvtm::test
