@@ -1,6 +1,7 @@
 #include "base/XmlDocument.h"
 
 #include "base/Text.h"
+#include "tests/base/Loaded.h"
 #include "tests/base/RefusalOf.h"
 #include "tests/base/XmlDump.h"
 
@@ -10,12 +11,6 @@ namespace {
 
 using base::XmlDocument;
 using base::XmlNode;
-
-XmlDocument Load(std::string_view text) {
-    XmlDocument document;
-    document.LoadText(text);
-    return document;
-}
 
 /// A text and what its document is written as.
 struct Rewriting {
@@ -30,8 +25,8 @@ void PrintTo(const Rewriting& each, std::ostream* out) {
 class Rewritten : public testing::TestWithParam<Rewriting> {};
 
 TEST_P(Rewritten, KeepsItsContent) {
-    EXPECT_EQ(Load(GetParam().source).Text(), GetParam().written);
-    EXPECT_EQ(Load(GetParam().written).Text(), GetParam().written);
+    EXPECT_EQ(Loaded(GetParam().source).Text(), GetParam().written);
+    EXPECT_EQ(Loaded(GetParam().written).Text(), GetParam().written);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -101,7 +96,7 @@ void PrintTo(const Fault& each, std::ostream* out) {
 class Faulty : public testing::TestWithParam<Fault> {};
 
 TEST_P(Faulty, IsRefusedWithItsPlace) {
-    XmlDocument document = Load("<before/>");
+    XmlDocument document = Loaded("<before/>");
     const Refusal refusal = RefusalOf([&] { document.LoadText(GetParam().source); });
     EXPECT_EQ(refusal.number, base::errors::InvalidCall);
     EXPECT_EQ(refusal.source, "XmlDocument");
@@ -152,7 +147,7 @@ TEST(XmlDocument, ReadsTextAsUtf8WhateverItsDeclarationNames) {
     for (const char* encoding :
          {"ISO-8859-1", "UTF-16", "windows-1252", "US-ASCII", "no-such-thing", "EBCDIC"}) {
         const XmlDocument document =
-            Load("<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?><a>é€😀</a>");
+            Loaded("<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?><a>é€😀</a>");
         EXPECT_EQ(document.Root().Text(), "é€😀");
         EXPECT_EQ(document.Text(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>é€😀</a>");
     }
@@ -166,11 +161,11 @@ TEST(XmlDocument, IsEmptyBeforeAnythingIsLoaded) {
     EXPECT_EQ(document.Raw(), nullptr);
     EXPECT_FALSE(document.SelectSingle("//a"));
     EXPECT_TRUE(document.Select("//a").empty());
-    EXPECT_FALSE(Load("<a/>").IsEmpty());
+    EXPECT_FALSE(Loaded("<a/>").IsEmpty());
 }
 
 TEST(XmlDocument, KeepsItsContentWhenALoadFails) {
-    XmlDocument document = Load("<a>1</a>");
+    XmlDocument document = Loaded("<a>1</a>");
     const XmlNode root = document.Root();
     RefusalOf([&] { document.LoadText("<b>"); });
     EXPECT_EQ(document.Text(), "<a>1</a>");
@@ -178,13 +173,13 @@ TEST(XmlDocument, KeepsItsContentWhenALoadFails) {
 }
 
 TEST(XmlDocument, ForgetsItsOldDeclaration) {
-    XmlDocument document = Load("<?xml version='1.0'?><a/>");
+    XmlDocument document = Loaded("<?xml version='1.0'?><a/>");
     document.LoadText("<b/>");
     EXPECT_EQ(document.Text(), "<b/>");
 }
 
 TEST(XmlDocument, MakesANewRoot) {
-    XmlDocument document = Load("<?xml version='1.0'?><old/>");
+    XmlDocument document = Loaded("<?xml version='1.0'?><old/>");
     XmlNode root = document.CreateRoot("Request");
     root.SetAttribute("Type", "LaunchTool");
     EXPECT_EQ(document.Text(), "<Request Type=\"LaunchTool\"/>");
@@ -192,14 +187,14 @@ TEST(XmlDocument, MakesANewRoot) {
 }
 
 TEST(XmlDocument, RefusesWrongNamesOfARoot) {
-    XmlDocument document = Load("<a/>");
+    XmlDocument document = Loaded("<a/>");
     for (const char* name : {"", " ", "1a", "a b", "a:b", ":a", "<", "\xFF", "a\x01"})
         EXPECT_EQ(RefusalOf([&] { document.CreateRoot(name); }).number, base::errors::InvalidCall) << name;
     EXPECT_EQ(document.Text(), "<a/>");
 }
 
 TEST(XmlDocument, SharesItsTreeWithCopies) {
-    XmlDocument document = Load("<a/>");
+    XmlDocument document = Loaded("<a/>");
     const XmlDocument copy = document;
     document.Root().SetText("x");
     EXPECT_EQ(copy.Text(), "<a>x</a>");
@@ -208,10 +203,10 @@ TEST(XmlDocument, SharesItsTreeWithCopies) {
 }
 
 TEST(XmlDocument, LosesNothingOfAnOptionsFile) {
-    const XmlDocument document = Load("<?xml version=\"1.0\"?>\r\n<!-- options -->\r\n<Options>\r\n"
-                                      "  <ToolOptions>\r\n    <Tool ID=\"SOV02\">\r\n"
-                                      "      <Option><Name>a</Name><Value>  </Value></Option>\r\n"
-                                      "    </Tool>\r\n  </ToolOptions>\r\n</Options>\r\n");
+    const XmlDocument document = Loaded("<?xml version=\"1.0\"?>\r\n<!-- options -->\r\n<Options>\r\n"
+                                        "  <ToolOptions>\r\n    <Tool ID=\"SOV02\">\r\n"
+                                        "      <Option><Name>a</Name><Value>  </Value></Option>\r\n"
+                                        "    </Tool>\r\n  </ToolOptions>\r\n</Options>\r\n");
     EXPECT_EQ(Dump(document),
               "#document\n #comment [ options ]\n Options\n  ToolOptions\n   Tool ID=[SOV02]\n"
               "    Option\n     Name\n      #text [a]\n     Value\n      #text [  ]\n");

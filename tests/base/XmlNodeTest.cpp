@@ -1,4 +1,5 @@
 #include "base/XmlDocument.h"
+#include "tests/base/Loaded.h"
 #include "tests/base/RefusalOf.h"
 #include "tests/base/XmlDump.h"
 
@@ -14,12 +15,6 @@ namespace {
 using base::XmlDocument;
 using base::XmlNode;
 using namespace std::string_literals;
-
-XmlDocument Load(std::string_view text) {
-    XmlDocument document;
-    document.LoadText(text);
-    return document;
-}
 
 TEST(XmlNode, AnswersNeutrallyWhenThereIsNone) {
     const XmlNode none;
@@ -40,7 +35,7 @@ TEST(XmlNode, AnswersNeutrallyWhenThereIsNone) {
 
 TEST(XmlNode, RefusesChangesWhenThereIsNone) {
     XmlNode none;
-    const XmlDocument document = Load("<a/>");
+    const XmlDocument document = Loaded("<a/>");
     EXPECT_EQ(RefusalOf([&] { none.SetText("x"); }).number, base::errors::ObjectNotSet);
     EXPECT_EQ(RefusalOf([&] { none.SetAttribute("a", "x"); }).number, base::errors::ObjectNotSet);
     EXPECT_EQ(RefusalOf([&] { none.AppendElement("a"); }).number, base::errors::ObjectNotSet);
@@ -51,7 +46,7 @@ TEST(XmlNode, RefusesChangesWhenThereIsNone) {
 }
 
 TEST(XmlNode, NamesEveryKindOfNode) {
-    const XmlDocument document = Load("<p:a xmlns:p='u' p:b='1'>t<![CDATA[c]]><!--d--><?e f?></p:a>");
+    const XmlDocument document = Loaded("<p:a xmlns:p='u' p:b='1'>t<![CDATA[c]]><!--d--><?e f?></p:a>");
     std::vector<std::string> names;
     for (const XmlNode& node : document.Select("/|//node()|//@*"))
         names.push_back(node.Name());
@@ -60,7 +55,7 @@ TEST(XmlNode, NamesEveryKindOfNode) {
 }
 
 TEST(XmlNode, JoinsTheTextBelowIt) {
-    const XmlDocument document = Load("<a>1<b>2<c/><![CDATA[3]]></b><!--no--><?p no?>4</a>");
+    const XmlDocument document = Loaded("<a>1<b>2<c/><![CDATA[3]]></b><!--no--><?p no?>4</a>");
     EXPECT_EQ(document.Root().Text(), "1234");
     EXPECT_EQ(document.SelectSingle("//b").Text(), "23");
     EXPECT_EQ(document.SelectSingle("//c").Text(), "");
@@ -70,7 +65,7 @@ TEST(XmlNode, JoinsTheTextBelowIt) {
 }
 
 TEST(XmlNode, DoesNotReadTheTextBehindIt) {
-    const XmlDocument document = Load("<a><b>1</b><c>2</c></a>");
+    const XmlDocument document = Loaded("<a><b>1</b><c>2</c></a>");
     EXPECT_EQ(document.SelectSingle("//b").Text(), "1");
     EXPECT_EQ(document.SelectSingle("//b").Xml(), "<b>1</b>");
     EXPECT_EQ(document.SelectSingle("//b/text()").Text(), "1");
@@ -80,22 +75,22 @@ TEST(XmlNode, SetsAnyTextThatXmlCanHold) {
     for (const std::string& text :
          {"plain"s, ""s, " "s, "a & b < c > d"s, "]]>"s, "&amp;"s, "<![CDATA[x]]>"s, "\r\n\t"s,
           "é€😀\u0085\u2028"s, "\uD7FF\uE000\uFFFD\U0010FFFF"s, std::string(1'000'000, 'x')}) {
-        XmlDocument document = Load("<a><b/>old</a>");
+        XmlDocument document = Loaded("<a><b/>old</a>");
         document.Root().SetText(text);
         EXPECT_EQ(document.Root().Text(), text);
-        EXPECT_EQ(Load(document.Text()).Root().Text(), text) << document.Text().substr(0, 200);
+        EXPECT_EQ(Loaded(document.Text()).Root().Text(), text) << document.Text().substr(0, 200);
     }
 }
 
 TEST(XmlNode, WritesAnEmptyElementAfterEmptyText) {
-    XmlDocument document = Load("<a>old</a>");
+    XmlDocument document = Loaded("<a>old</a>");
     document.Root().SetText("");
     EXPECT_EQ(document.Text(), "<a/>");
     EXPECT_FALSE(document.Root().FirstChild());
 }
 
 TEST(XmlNode, RefusesTextThatXmlCannotHoldAndStaysAsItWas) {
-    XmlDocument document = Load("<a b='1'>old<c/></a>");
+    XmlDocument document = Loaded("<a b='1'>old<c/></a>");
     for (const std::string& text :
          {"\x01"s, "a\0b"s, "\x1F"s, "\xFF"s, "\xC3"s, "\xED\xA0\x80"s, "\uFFFE"s, "\uFFFF"s}) {
         EXPECT_EQ(RefusalOf([&] { document.Root().SetText(text); }).number, base::errors::InvalidCall);
@@ -108,7 +103,7 @@ TEST(XmlNode, RefusesTextThatXmlCannotHoldAndStaysAsItWas) {
 }
 
 TEST(XmlNode, SetsTheTextOfAttributesTextAndCData) {
-    const XmlDocument document = Load("<a b='1'>x<![CDATA[y]]></a>");
+    const XmlDocument document = Loaded("<a b='1'>x<![CDATA[y]]></a>");
     document.SelectSingle("//@b").SetText("<2>");
     document.SelectSingle("//text()").SetText("<3>");
     document.Select("//text()")[1].SetText("]]>");
@@ -117,7 +112,7 @@ TEST(XmlNode, SetsTheTextOfAttributesTextAndCData) {
 }
 
 TEST(XmlNode, SetsTextOnNothingElse) {
-    const XmlDocument document = Load("<a><!--c--><?p q?></a>");
+    const XmlDocument document = Loaded("<a><!--c--><?p q?></a>");
     for (const char* xpath : {"//comment()", "//processing-instruction()", "/"})
         EXPECT_EQ(RefusalOf([&] { document.SelectSingle(xpath).SetText("x"); }).number,
                   base::errors::InvalidCall);
@@ -125,7 +120,7 @@ TEST(XmlNode, SetsTextOnNothingElse) {
 }
 
 TEST(XmlNode, TellsAMissingAttributeFromAnEmptyOne) {
-    const XmlNode root = Load("<a b='' ID='1'/>").Root();
+    const XmlNode root = Loaded("<a b='' ID='1'/>").Root();
     EXPECT_EQ(root.Attribute("b"), "");
     EXPECT_TRUE(root.HasAttribute("b"));
     EXPECT_EQ(root.Attribute("c"), "");
@@ -135,7 +130,7 @@ TEST(XmlNode, TellsAMissingAttributeFromAnEmptyOne) {
 }
 
 TEST(XmlNode, TellsAttributesOfDifferentPrefixApart) {
-    const XmlNode root = Load("<a xmlns:p='u' p:ID='2' xml:lang='en'/>").Root();
+    const XmlNode root = Loaded("<a xmlns:p='u' p:ID='2' xml:lang='en'/>").Root();
     EXPECT_FALSE(root.HasAttribute("ID"));
     EXPECT_EQ(root.Attribute("p:ID"), "2");
     EXPECT_EQ(root.Attribute("xml:lang"), "en");
@@ -146,7 +141,7 @@ TEST(XmlNode, TellsAttributesOfDifferentPrefixApart) {
 
 TEST(XmlNode, ListsAttributesInDocumentOrder) {
     using List = std::vector<std::pair<std::string, std::string>>;
-    XmlDocument document = Load("<a z='1' xmlns='u' y='&lt;2' xmlns:p='v' p:x='3'/>");
+    XmlDocument document = Loaded("<a z='1' xmlns='u' y='&lt;2' xmlns:p='v' p:x='3'/>");
     EXPECT_EQ(document.Root().Attributes(), (List{{"z", "1"}, {"y", "<2"}, {"p:x", "3"}}));
     document.Root().SetAttribute("w", "4");
     document.Root().SetAttribute("z", "5");
@@ -160,14 +155,14 @@ TEST(XmlNode, SetsAttributesThatReadBack) {
     for (const std::string& value : {""s, "plain"s, "\"'<>&"s, " \t\r\n "s, "é😀"s, "&amp;&#9;"s}) {
         root.SetAttribute("b", value);
         EXPECT_EQ(root.Attribute("b"), value);
-        EXPECT_EQ(Load(document.Text()).Root().Attribute("b"), value);
+        EXPECT_EQ(Loaded(document.Text()).Root().Attribute("b"), value);
     }
     root.SetAttribute("xml:space", "preserve");
-    EXPECT_EQ(Load(document.Text()).Root().Attribute("xml:space"), "preserve");
+    EXPECT_EQ(Loaded(document.Text()).Root().Attribute("xml:space"), "preserve");
 }
 
 TEST(XmlNode, RefusesWrongNames) {
-    XmlDocument document = Load("<a/>");
+    XmlDocument document = Loaded("<a/>");
     XmlNode root = document.Root();
     for (const char* name :
          {"", " ", "1", "a b", "a<", "a:", ":a", "a:b:c", "undeclared:a", "\xFF", "a\x01", "-a"}) {
@@ -180,7 +175,7 @@ TEST(XmlNode, RefusesWrongNames) {
 }
 
 TEST(XmlNode, ChangesElementsOnly) {
-    const XmlDocument document = Load("<a b='1'>x<!--c--></a>");
+    const XmlDocument document = Loaded("<a b='1'>x<!--c--></a>");
     for (const char* xpath : {"/", "//@b", "//text()", "//comment()"}) {
         XmlNode node = document.SelectSingle(xpath);
         EXPECT_EQ(RefusalOf([&] { node.SetAttribute("b", "x"); }).number, base::errors::InvalidCall) << xpath;
@@ -189,14 +184,14 @@ TEST(XmlNode, ChangesElementsOnly) {
 }
 
 TEST(XmlNode, AppendsElementsInOrder) {
-    XmlDocument document = Load("<a>x</a>");
+    XmlDocument document = Loaded("<a>x</a>");
     document.Root().AppendElement("b").SetText("1");
     document.Root().AppendElement("é").AppendElement("c");
     EXPECT_EQ(document.Text(), "<a>x<b>1</b><é><c/></é></a>");
 }
 
 TEST(XmlNode, AppendsElementsInTheNamespaceThatStandsThere) {
-    XmlDocument document = Load("<a xmlns='u' xmlns:p='v'/>");
+    XmlDocument document = Loaded("<a xmlns='u' xmlns:p='v'/>");
     document.Root().AppendElement("b");
     document.Root().AppendElement("p:c").SetAttribute("p:d", "1");
     EXPECT_EQ(document.Text(), "<a xmlns=\"u\" xmlns:p=\"v\"><b/><p:c p:d=\"1\"/></a>");
@@ -204,7 +199,7 @@ TEST(XmlNode, AppendsElementsInTheNamespaceThatStandsThere) {
 }
 
 TEST(XmlNode, WalksParentsAndSiblings) {
-    const XmlDocument document = Load("<a><b/>x<!--c--><d/></a>");
+    const XmlDocument document = Loaded("<a><b/>x<!--c--><d/></a>");
     const XmlNode root = document.Root();
     std::vector<std::string> names;
     for (XmlNode child = root.FirstChild(); child; child = child.NextSibling()) {
@@ -219,7 +214,7 @@ TEST(XmlNode, WalksParentsAndSiblings) {
 }
 
 TEST(XmlNode, WalksNoFurtherFromAnAttribute) {
-    const XmlDocument document = Load("<a b='1' c='2'/>");
+    const XmlDocument document = Loaded("<a b='1' c='2'/>");
     const XmlNode attribute = document.SelectSingle("//@b");
     EXPECT_FALSE(attribute.FirstChild());
     EXPECT_FALSE(attribute.NextSibling());
@@ -229,7 +224,7 @@ TEST(XmlNode, WalksNoFurtherFromAnAttribute) {
 }
 
 TEST(XmlNode, RemovesAChildThatStaysReadable) {
-    XmlDocument document = Load("<a><b x='1'>t<c/></b><d/></a>");
+    XmlDocument document = Loaded("<a><b x='1'>t<c/></b><d/></a>");
     const XmlNode child = document.SelectSingle("//b");
     document.Root().RemoveChild(child);
     EXPECT_EQ(document.Text(), "<a><d/></a>");
@@ -241,8 +236,8 @@ TEST(XmlNode, RemovesAChildThatStaysReadable) {
 }
 
 TEST(XmlNode, RefusesToRemoveWhatIsNoChild) {
-    XmlDocument document = Load("<a x='1'><b><c/></b></a>");
-    const XmlDocument other = Load("<a/>");
+    XmlDocument document = Loaded("<a x='1'><b><c/></b></a>");
+    const XmlDocument other = Loaded("<a/>");
     XmlNode root = document.Root();
     const XmlNode removed = document.SelectSingle("//c");
     document.SelectSingle("//b").RemoveChild(removed);
@@ -252,7 +247,7 @@ TEST(XmlNode, RefusesToRemoveWhatIsNoChild) {
 }
 
 TEST(XmlNode, RemovesTheRootFromTheDocument) {
-    const XmlDocument document = Load("<!--c--><a/>");
+    const XmlDocument document = Loaded("<!--c--><a/>");
     const XmlNode root = document.Root();
     document.SelectSingle("/").RemoveChild(root);
     EXPECT_FALSE(document.Root());
@@ -264,7 +259,7 @@ TEST(XmlNode, OutlivesItsDocument) {
     XmlNode child;
     XmlNode removed;
     {
-        XmlDocument document = Load("<a><b>1</b><c>2</c></a>");
+        XmlDocument document = Loaded("<a><b>1</b><c>2</c></a>");
         child = document.SelectSingle("//b");
         removed = document.SelectSingle("//c");
         document.Root().RemoveChild(removed);
@@ -275,7 +270,7 @@ TEST(XmlNode, OutlivesItsDocument) {
 }
 
 TEST(XmlNode, StaysReadableWhenTextTakesItsPlace) {
-    XmlDocument document = Load("<a>old<b>1</b></a>");
+    XmlDocument document = Loaded("<a>old<b>1</b></a>");
     const XmlNode text = document.Root().FirstChild();
     const XmlNode element = document.SelectSingle("//b");
     const XmlNode below = element.FirstChild();
@@ -289,7 +284,7 @@ TEST(XmlNode, StaysReadableWhenTextTakesItsPlace) {
 }
 
 TEST(XmlNode, CopiesAndMovesLikeAValue) {
-    const XmlDocument document = Load("<a><b/></a>");
+    const XmlDocument document = Loaded("<a><b/></a>");
     XmlNode node = document.Root();
     XmlNode copy = node;
     EXPECT_EQ(copy, node);
@@ -305,15 +300,15 @@ TEST(XmlNode, CopiesAndMovesLikeAValue) {
 }
 
 TEST(XmlNode, DeclaresAnewTheNamespacesThatItNeeds) {
-    const XmlDocument document = Load(
+    const XmlDocument document = Loaded(
         "<a xmlns='u' xmlns:p='v' xmlns:q='w'><b><p:c p:d='1' xml:lang='en'/><p:e xmlns:p='z'/></b></a>");
     const std::string xml = document.SelectSingle("//*[local-name()='b']").Xml();
     EXPECT_EQ(xml, "<b xmlns=\"u\"><p:c xmlns:p=\"v\" p:d=\"1\" xml:lang=\"en\"/><p:e xmlns:p=\"z\"/></b>");
-    EXPECT_EQ(Load(xml).Root().Xml(), xml);
+    EXPECT_EQ(Loaded(xml).Root().Xml(), xml);
 }
 
 TEST(XmlNode, KeepsItsNamespacesWhenItIsRemoved) {
-    XmlDocument document = Load("<a xmlns='u' xmlns:p='v'><p:b><c/></p:b></a>");
+    XmlDocument document = Loaded("<a xmlns='u' xmlns:p='v'><p:b><c/></p:b></a>");
     const XmlNode child = document.Root().FirstChild();
     document.Root().RemoveChild(child);
     EXPECT_EQ(child.Xml(), "<p:b xmlns:p=\"v\"><c xmlns=\"u\"/></p:b>");
@@ -354,7 +349,7 @@ private:
 
 TEST(XmlNode, DoesNotGrowWhenTextIsSetAgainAndAgain) {
     const NodeCount count;
-    XmlDocument document = Load("<a b=''/>");
+    XmlDocument document = Loaded("<a b=''/>");
     XmlNode root = document.Root();
     const int before = NodeCount::living;
     for (int i = 0; i < 1000; ++i) {
@@ -371,7 +366,7 @@ TEST(XmlNode, DoesNotGrowWhenTextIsSetAgainAndAgain) {
 TEST(XmlNode, IsFreedWithItsDocumentWhateverBecameOfIt) {
     const NodeCount count;
     {
-        XmlDocument document = Load("<a>1<b>2<c>3</c></b><d/></a>");
+        XmlDocument document = Loaded("<a>1<b>2<c>3</c></b><d/></a>");
         XmlNode b = document.SelectSingle("//b");
         const XmlNode text = document.Root().FirstChild();
         b.RemoveChild(document.SelectSingle("//c"));

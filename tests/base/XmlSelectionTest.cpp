@@ -1,4 +1,5 @@
 #include "base/XmlDocument.h"
+#include "tests/base/Loaded.h"
 #include "tests/base/RefusalOf.h"
 
 #include <string>
@@ -182,22 +183,20 @@ TEST_F(XmlSelection, SurvivesEveryKindOfNesting) {
     }
 }
 
-/// A document of 20 tools with 20 options each, as large as options files are.
-XmlDocument Typical() {
+/// A document of so many tools with 20 options each. Options files have 20 tools, the largest 1,000.
+XmlDocument WithTools(int count) {
     std::string text = "<Options>";
-    for (int tool = 0; tool < 20; ++tool) {
+    for (int tool = 0; tool < count; ++tool) {
         text += "<Tool ID='T" + std::to_string(tool) + "'>";
         for (int option = 0; option < 20; ++option)
             text += "<Option><Name>n" + std::to_string(option) + "</Name><Value>v</Value></Option>";
         text += "</Tool>";
     }
-    XmlDocument document;
-    document.LoadText(text + "</Options>");
-    return document;
+    return Loaded(text + "</Options>");
 }
 
 TEST(XmlSelectionSteps, SufficeForOrdinaryExpressions) {
-    const XmlDocument document = Typical();
+    const XmlDocument document = WithTools(20);
     EXPECT_EQ(document.Select("//Option[Name='n3']/..").size(), 20u);
     EXPECT_EQ(document.Select("//Tool//Name").size(), 400u);
     EXPECT_EQ(document.Select("//Name|//Value|//@ID").size(), 820u);
@@ -208,20 +207,8 @@ TEST(XmlSelectionSteps, SufficeForOrdinaryExpressions) {
 
 class HostileXPath : public testing::TestWithParam<const char*> {};
 
-/// A document of 1,000 tools with 20 options each, as the largest options files.
 const XmlDocument& Large() {
-    static const XmlDocument document = [] {
-        std::string text = "<Options>";
-        for (int tool = 0; tool < 1000; ++tool) {
-            text += "<Tool ID='T" + std::to_string(tool) + "'>";
-            for (int option = 0; option < 20; ++option)
-                text += "<Option><Name>n" + std::to_string(option) + "</Name><Value>v</Value></Option>";
-            text += "</Tool>";
-        }
-        XmlDocument loaded;
-        loaded.LoadText(text + "</Options>");
-        return loaded;
-    }();
+    static const XmlDocument document = WithTools(1000);
     return document;
 }
 

@@ -16,18 +16,6 @@ using Texts = std::vector<std::string>;
 /// What the user sees of the tools, in short.
 class PresentationTest : public ComponentTest {
 protected:
-    Texts RowTexts() const {
-        Texts texts;
-        for (const auto& row : host->Model().List("lvTools"))
-            texts.push_back(row.text);
-        return texts;
-    }
-    Texts ListedNames() const {
-        Texts names;
-        for (const ToolRecord& record : Probe().ListedTools())
-            names.push_back(record->Name());
-        return names;
-    }
     std::optional<arvon::host::model::Menu> ToolMenu() const {
         for (const auto& menu : host->Model().Menus())
             if (menu.key == "mnuTool") return menu;

@@ -1,12 +1,13 @@
 #include "catalogue/RecordSort.h"
 
 #include "base/Text.h"
+#include "tests/base/RefusalOf.h"
+#include "tests/support/TestRandom.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -119,23 +120,8 @@ void PrintTo(const Outcome& outcome, std::ostream* out) {
 
 // ----------------------------------------------------------------------------------------------------------
 
-class Random {
-public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    std::size_t Below(std::size_t limit) {
-        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(engine_);
-    }
-    bool OnceIn(std::size_t times) { return Below(times) == 0; }
-    template <class T> const T& OneOf(const std::vector<T>& choices) {
-        return choices[Below(choices.size())];
-    }
-
-private:
-    std::mt19937 engine_;
-};
-
 /// Short texts that share beginnings, from all parts of Unicode, some longer than a machine word.
-Value AnyText(Random& random) {
+Value AnyText(TestRandom& random) {
     static const std::vector<std::string> pieces = {"a",
                                                     "b",
                                                     "A",
@@ -161,7 +147,7 @@ Value AnyText(Random& random) {
     return Value(text);
 }
 
-Value AnyDate(Random& random, bool invalidToo, std::size_t number) {
+Value AnyDate(TestRandom& random, bool invalidToo, std::size_t number) {
     if (invalidToo && random.OnceIn(10)) return Value("no date " + std::to_string(number));
     const int day = static_cast<int>(random.Below(5)) + 1;
     switch (random.Below(5)) {
@@ -178,7 +164,7 @@ Value AnyDate(Random& random, bool invalidToo, std::size_t number) {
     }
 }
 
-Value AnyOther(Random& random) {
+Value AnyOther(TestRandom& random) {
     static const std::vector<Value> others = {Value(),   Value(true),  Value(12),   Value(2.5),
                                               Value(""), Value(false), Value("12"), Value(-3)};
     return random.OneOf(others);
@@ -265,12 +251,10 @@ TEST(RecordSort, NeverConvertsARecordThatStandsAlone) {
 
 TEST(RecordSort, RefusesADateThatIsNoneOnceThereIsAnother) {
     const ToolCollection records = RecordsWith({"no date", "2024-03-01"});
-    try {
-        SortRecords(records, {"key", false, true});
-        FAIL() << "no error";
-    } catch (const ComponentError& error) {
-        EXPECT_EQ(error.Number(), base::errors::TypeMismatch);
-    }
+    EXPECT_EQ(RefusalOf([&] {
+                  SortRecords(records, {"key", false, true});
+              }).number,
+              base::errors::TypeMismatch);
 }
 
 TEST(RecordSort, ReportsAnUnreadableSecondRecordBeforeTheFirstOnesDate) {
@@ -293,7 +277,7 @@ TEST(RecordSort, RefusesAnObjectAsAProperty) {
 class RandomRecordSort : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomRecordSort, HasTheResultsAndFailuresOfThePlainInsertionSort) {
-    Random random(GetParam());
+    TestRandom random(GetParam());
     std::size_t failures = 0, sorted = 0;
     for (int round = 0; round < 1000; ++round) {
         const RecordOrder order{"key", random.OnceIn(2), random.OnceIn(2)};

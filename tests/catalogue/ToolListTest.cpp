@@ -1,15 +1,10 @@
+#include "tests/base/RefusalOf.h"
 #include "tests/support/ComponentFixture.h"
 
 namespace kvtm::test {
 
 class ToolList : public ComponentTest {
 protected:
-    std::vector<std::string> RowTexts() {
-        std::vector<std::string> texts;
-        for (const auto& row : host->Model().List("lvTools"))
-            texts.push_back(row.text);
-        return texts;
-    }
     /// Lists the tools as they stand in the catalogue; loading would have sorted and shown them already.
     void ListUnsorted(const std::vector<CatalogueTool>& tools) {
         LoadWith({});
@@ -82,14 +77,10 @@ TEST_F(ToolList, StaysAsItWasForAnUnknownTab) {
 TEST_F(ToolList, RaisesTheFirstOwnErrorWhenTheListIsMissing) {
     LoadWith({});
     host->Framework()->Views().Remove("lvTools");
-    try {
-        Probe().LoadTools("nodTools", true);
-        FAIL() << "no error";
-    } catch (const base::ComponentError& error) {
-        EXPECT_EQ(error.Number(), -2147221504);
-        EXPECT_EQ(error.Source(), Probe().Name() + ".LoadTools");
-        EXPECT_EQ(error.Description(), "text 12nodTools");
-    }
+    const Refusal refusal = RefusalOf([&] { Probe().LoadTools("nodTools", true); });
+    EXPECT_EQ(refusal.number, -2147221504);
+    EXPECT_EQ(refusal.source, Probe().Name() + ".LoadTools");
+    EXPECT_EQ(refusal.description, "text 12nodTools");
 }
 
 TEST_F(ToolList, KeepsTheRowsBeforeARepeatedKey) {
@@ -100,12 +91,7 @@ TEST_F(ToolList, KeepsTheRowsBeforeARepeatedKey) {
 
 TEST_F(ToolList, FailsForALastUpdateThatIsNoDate) {
     ListUnsorted({{.name = "A"}, {.name = "B", .lastUpdated = "last week"}});
-    try {
-        Probe().LoadTools("nodTools", true);
-        FAIL() << "no error";
-    } catch (const base::ComponentError& error) {
-        EXPECT_EQ(error.Number(), base::errors::TypeMismatch);
-    }
+    EXPECT_EQ(RefusalOf([&] { Probe().LoadTools("nodTools", true); }).number, base::errors::TypeMismatch);
     EXPECT_EQ(RowTexts().at(0), "A");
 }
 

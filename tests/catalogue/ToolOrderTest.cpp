@@ -1,3 +1,4 @@
+#include "tests/base/RefusalOf.h"
 #include "tests/catalogue/PresentationTest.h"
 
 namespace kvtm::test {
@@ -102,23 +103,14 @@ TEST_F(ToolOrder, TakesBooleanWordsAndNumbersAsDirection) {
 
 TEST_F(ToolOrder, RefusesADirectionThatIsNoBooleanAndKeepsTheOrder) {
     LoadWith(threeTools);
-    try {
-        Probe().SortTools("version", "down", false);
-        FAIL() << "no error";
-    } catch (const base::ComponentError& error) {
-        EXPECT_EQ(error.Number(), base::errors::TypeMismatch);
-    }
+    EXPECT_EQ(RefusalOf([&] { Probe().SortTools("version", "down", false); }).number,
+              base::errors::TypeMismatch);
     EXPECT_EQ(ListedNames(), (Texts{"A", "a", "b"}));
 }
 
 TEST_F(ToolOrder, RefusesAPropertyThatToolsDoNotHaveAndKeepsTheOrder) {
     LoadWith(threeTools);
-    try {
-        Probe().SortTools("colour", "0", false);
-        FAIL() << "no error";
-    } catch (const base::ComponentError& error) {
-        EXPECT_EQ(error.Number(), base::errors::NoSuchMember);
-    }
+    EXPECT_EQ(RefusalOf([&] { Probe().SortTools("colour", "0", false); }).number, base::errors::NoSuchMember);
     EXPECT_EQ(ListedNames(), (Texts{"A", "a", "b"}));
 }
 

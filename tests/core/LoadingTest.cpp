@@ -1,3 +1,4 @@
+#include "tests/base/RefusalOf.h"
 #include "tests/support/ComponentFixture.h"
 
 namespace kvtm::test {
@@ -132,13 +133,9 @@ TEST_F(Loading, ShowsTheHostTheFailingCallAndStopsThere) {
     CreateHost();
     CreateTool();
     host->FailNext("Tabs.Add");
-    try {
-        Load();
-        FAIL() << "the failure was hidden";
-    } catch (const base::ComponentError& error) {
-        EXPECT_EQ(error.Number(), 1001);
-        EXPECT_EQ(error.Description(), "Tabs.Add failed");
-    }
+    const Refusal refusal = RefusalOf([&] { Load(); });
+    EXPECT_EQ(refusal.number, 1001);
+    EXPECT_EQ(refusal.description, "Tabs.Add failed");
     EXPECT_FALSE(tool->IsLoaded());
     EXPECT_TRUE(CallsOf("Menus.Add").empty());
 }

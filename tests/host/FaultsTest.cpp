@@ -219,10 +219,12 @@ constexpr auto invokers = std::to_array<Invoker>({
 class Faults : public HostTest {
 protected:
     Faults() {
-        OpenWith({{.name = "Layout"}, {.name = "Tool", .path = "C:\\QUARRA\\Tool.so"}});
+        OpenAnew();
         std::filesystem::copy_file(GOOD_TOOL, installation.File("Tool.so"));
     }
+    void OpenAnew() { OpenWith({{.name = "Layout"}, {.name = "Tool", .path = "C:\\QUARRA\\Tool.so"}}); }
     Surface NewSurface() {
+        OpenAnew();
         Surface surface{Framework()};
         EXPECT_TRUE(Framework().Loader().Load("Tool", nullptr)) << Host().ProblemOf("Tool");
         surface.loaded = Framework().LoadedTools().Item(1);
@@ -241,7 +243,6 @@ TEST_F(Faults, CanBeProvokedInEveryOperationThatIsListed) {
 TEST_F(Faults, FailTheCallAndChangeNothing) {
     for (const Invoker& invoker : invokers) {
         SCOPED_TRACE(invoker.operation);
-        OpenWith({{.name = "Layout"}, {.name = "Tool", .path = "C:\\QUARRA\\Tool.so"}});
         Surface surface = NewSurface();
         recorder.Forget();
         Host().FailNext(invoker.operation);
@@ -257,7 +258,6 @@ TEST_F(Faults, FailTheCallAndChangeNothing) {
 TEST_F(Faults, FailWithoutAnObserverToo) {
     for (const Invoker& invoker : invokers) {
         SCOPED_TRACE(invoker.operation);
-        OpenWith({{.name = "Layout"}, {.name = "Tool", .path = "C:\\QUARRA\\Tool.so"}});
         Surface surface = NewSurface();
         Host().Unsubscribe(recorder);
         Host().FailNext(invoker.operation);

@@ -4,10 +4,10 @@
 #include "host/MessageXml.h"
 
 #include "base/ComponentError.h"
+#include "tests/support/TestRandom.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,13 +18,10 @@ namespace {
 using messageXml::Content;
 using messageXml::Root;
 
-class Random {
+class Random : public TestRandom {
 public:
-    explicit Random(unsigned seed) : engine_(seed) {}
+    using TestRandom::TestRandom;
 
-    std::size_t Below(std::size_t limit) {
-        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(engine_);
-    }
     std::int32_t Integer() {
         if (Below(4) == 0) return Below(2) == 0 ? INT32_MIN : INT32_MAX;
         return std::uniform_int_distribution<std::int32_t>(-100, 100)(engine_);
@@ -44,9 +41,6 @@ public:
             base::AppendUtf8(text, Character());
         return text;
     }
-
-private:
-    std::mt19937 engine_;
 };
 
 std::vector<std::shared_ptr<Parameter>> RandomParameters(Random& random) {

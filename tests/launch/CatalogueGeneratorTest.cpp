@@ -9,12 +9,6 @@ namespace {
 
 class CatalogueGenerator : public LaunchingTest {
 protected:
-    Strings NamesListed() const {
-        Strings names;
-        for (const ToolRecord& record : Probe().ListedTools())
-            names.push_back(record->Name());
-        return names;
-    }
     void EndOfGenerator() { ProcessEnded("C:\\QUARRA\\Tobr11\\BuildToolXML_Arvon11.exe", 9); }
 };
 
@@ -27,7 +21,7 @@ TEST_F(CatalogueGenerator, BringsTheNewToolIntoHostAndListAndTellsOnce) {
     EndOfGenerator();
     EXPECT_EQ(ClaimBox().text, "text 42\r\ntext 43\r\ntext 44");
     EXPECT_EQ(host->Model().Tools().size(), 2u);
-    EXPECT_EQ(NamesListed(), (Strings{"A", "B"}));
+    EXPECT_EQ(ListedNames(), (Strings{"A", "B"}));
 
     EndOfGenerator(); // nothing new: no message
 }
@@ -37,5 +31,5 @@ TEST_F(CatalogueGenerator, TakesAwayWhatTheNewCatalogueLacksWithoutAWord) {
     Probe().CountToolsInCatalog(false);
     installation.WriteTools({{.name = "B"}});
     EndOfGenerator();
-    EXPECT_EQ(NamesListed(), Strings{"B"});
+    EXPECT_EQ(ListedNames(), Strings{"B"});
 }

@@ -34,12 +34,28 @@ protected:
         if (host) host->Unsubscribe(heads_);
     }
 
+    /// The same, with the list of tools in front, where the user chooses from it.
+    void LoadSuiteInFront(const std::vector<CatalogueTool>& tools) {
+        LoadSuite(tools);
+        host->NodeEvent("tabQRV", "nodTools");
+        ForgetCalls();
+    }
+
     /// Copies a built program or library to a place under C:\QUARRA; returns its path in the installation.
     std::string Put(const std::filesystem::path& built, std::string_view place) const {
         const std::filesystem::path file = installation.File(place);
         std::filesystem::create_directories(file.parent_path());
         std::filesystem::copy_file(built, file, std::filesystem::copy_options::overwrite_existing);
         return "C:\\QUARRA\\" + base::Replace(place, "/", "\\");
+    }
+
+    /// The suite's updates component, put in its place.
+    CatalogueTool UpdatesComponent() const {
+        return {.name = "Program Updates",
+                .vrex = "Qillo110",
+                .identifier = "Qillo110",
+                .classification = "Core Tool",
+                .path = Put(UPDATES_LIBRARY, "Arvon/Bin/Qillo110.dll")};
     }
 
     /// An outside program that works until it is asked to end.

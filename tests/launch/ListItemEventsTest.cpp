@@ -7,19 +7,8 @@ namespace {
 
 class ListItemEvents : public LaunchingTest {
 protected:
-    void LoadTools(const std::vector<CatalogueTool>& tools) {
-        LoadSuite(tools);
-        host->NodeEvent("tabQRV", "nodTools");
-        ForgetCalls();
-    }
     void Item(std::int32_t kind, Parameters parameters) {
         Event(arvon::EventObject::ListItem, "lvTools", parameters, kind);
-    }
-    Strings Rows() const {
-        Strings rows;
-        for (const auto& row : host->Model().List("lvTools"))
-            rows.push_back(row.text);
-        return rows;
     }
     bool SavedAsListed(const char* name) const {
         host->Framework()->Tools().Reload();
@@ -32,7 +21,7 @@ constexpr std::int32_t checked = 1, columnClicked = 8, opened = 13;
 } // namespace
 
 TEST_F(ListItemEvents, KeepACheckInTheCatalogue) {
-    LoadTools({{.name = "A"}, {.name = "B"}});
+    LoadSuiteInFront({{.name = "A"}, {.name = "B"}});
     host->ListItemEvent("lvTools", "B", checked, false);
     EXPECT_EQ(CallsOf("Tools.Save").size(), 1u);
     EXPECT_TRUE(SavedAsListed("A"));
@@ -44,35 +33,35 @@ TEST_F(ListItemEvents, KeepACheckInTheCatalogue) {
 }
 
 TEST_F(ListItemEvents, DoNotMakeACheckedToolTheLastNode) {
-    LoadTools({{.name = "A"}, {.name = "B"}});
+    LoadSuiteInFront({{.name = "A"}, {.name = "B"}});
     Probe().LastNodeKey() = "A";
     host->ListItemEvent("lvTools", "B", checked, false);
     EXPECT_EQ(Probe().LastNodeKey(), "A");
 }
 
 TEST_F(ListItemEvents, SaveNothingForARowThatIsNoTool) {
-    LoadTools({{.name = "A"}});
+    LoadSuiteInFront({{.name = "A"}});
     Item(checked, {{"objectType", "IListItem"}, {"Text", "a"}, {"Checked", "False"}});
     EXPECT_TRUE(CallsOf("Tools.Save").empty());
     EXPECT_EQ(Probe().CurrentTool(), "a");
 }
 
 TEST_F(ListItemEvents, ReportACheckThatCannotBeRead) {
-    LoadTools({{.name = "A"}});
+    LoadSuiteInFront({{.name = "A"}});
     Item(checked, {{"objectType", "IListItem"}, {"Text", "A"}, {"Checked", "maybe"}});
     EXPECT_EQ(ClaimReport("HandleListItemEvent").number, base::errors::TypeMismatch);
     EXPECT_TRUE(CallsOf("Tools.Save").empty());
 }
 
 TEST_F(ListItemEvents, ReportACatalogueThatCannotBeSaved) {
-    LoadTools({{.name = "A"}});
+    LoadSuiteInFront({{.name = "A"}});
     host->FailNext("Tools.Save");
     host->ListItemEvent("lvTools", "A", checked, false);
     EXPECT_EQ(ClaimReport("HandleListItemEvent").description, "Tools.Save failed");
 }
 
 TEST_F(ListItemEvents, LaunchAProgramThatIsOpened) {
-    LoadTools({LongRunning("Layout", "Tobr43"), LongRunning("Plot", "Tobr44")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43"), LongRunning("Plot", "Tobr44")});
     host->ListItemEvent("lvTools", "Plot", opened);
     EXPECT_EQ(ProcessOf("Tobr43"), 0);
     EXPECT_EQ(Probe().LastNodeKey(), "Plot");
@@ -80,7 +69,7 @@ TEST_F(ListItemEvents, LaunchAProgramThatIsOpened) {
 }
 
 TEST_F(ListItemEvents, LaunchTheTextOfTheEventAndNotTheSelectedRow) {
-    LoadTools({LongRunning("Layout", "Tobr43"), LongRunning("Plot", "Tobr44")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43"), LongRunning("Plot", "Tobr44")});
     host->SelectRow("lvTools", "Layout");
     Item(opened, {{"objectType", "iLISTiTEM"}, {"Text", "Plot"}});
     EXPECT_EQ(ProcessOf("Tobr43"), 0);
@@ -88,44 +77,44 @@ TEST_F(ListItemEvents, LaunchTheTextOfTheEventAndNotTheSelectedRow) {
 }
 
 TEST_F(ListItemEvents, LaunchNothingWithoutASelectedTool) {
-    LoadTools({LongRunning("Layout", "Tobr43")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     Item(opened, {{"objectType", "IListItem"}, {"Text", "Layout"}});
     EXPECT_TRUE(CallsOf("StartProcess").empty());
 }
 
 TEST_F(ListItemEvents, SortByAColumnThatIsClicked) {
-    LoadTools({{.name = "B"}, {.name = "a"}, {.name = "C"}});
+    LoadSuiteInFront({{.name = "B"}, {.name = "a"}, {.name = "C"}});
     host->ColumnClick("lvTools", "name", "0");
-    EXPECT_EQ(Rows(), (Strings{"B", "C", "a"}));
+    EXPECT_EQ(RowTexts(), (Strings{"B", "C", "a"}));
     host->ColumnClick("lvTools", "name", "1");
-    EXPECT_EQ(Rows(), (Strings{"a", "C", "B"}));
+    EXPECT_EQ(RowTexts(), (Strings{"a", "C", "B"}));
 }
 
 TEST_F(ListItemEvents, SortOnlyForTheExactObjectType) {
-    LoadTools({{.name = "B"}, {.name = "A"}});
+    LoadSuiteInFront({{.name = "B"}, {.name = "A"}});
     for (const char* type : {"ICOLUMNHEADER", "IListItem", ""}) {
         Item(columnClicked,
              {{"objectType", type}, {"secondType", "icolumnheader"}, {"key", "name"}, {"order", "1"}});
     }
-    EXPECT_EQ(Rows(), (Strings{"A", "B"})); // the stored order
+    EXPECT_EQ(RowTexts(), (Strings{"A", "B"})); // the stored order
     Item(columnClicked,
          {{"objectType", "IColumnHeader"}, {"secondType", "icolumnHEADER"}, {"key", "name"}, {"order", "1"}});
-    EXPECT_EQ(Rows(), (Strings{"B", "A"}));
+    EXPECT_EQ(RowTexts(), (Strings{"B", "A"}));
 }
 
 TEST_F(ListItemEvents, DoNothingForOtherObjects) {
-    LoadTools({LongRunning("Layout", "Tobr43"), {.name = "A"}});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43"), {.name = "A"}});
     host->SelectRow("lvTools", "Layout");
     Item(opened, {{"objectType", "INode"}, {"secondType", "IListItem"}, {"Text", "Layout"}});
     Item(columnClicked, {{"objectType", "IColumnHeader"}, {"key", "name"}, {"order", "1"}});
     Item(checked, {{"Text", "A"}, {"Checked", "False"}});
     EXPECT_TRUE(CallsOf("StartProcess").empty());
     EXPECT_TRUE(CallsOf("Tools.Save").empty());
-    EXPECT_EQ(Rows(), (Strings{"A", "Layout"}));
+    EXPECT_EQ(RowTexts(), (Strings{"A", "Layout"}));
 }
 
 TEST_F(ListItemEvents, DoNothingForOtherKinds) {
-    LoadTools({LongRunning("Layout", "Tobr43")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     host->SelectRow("lvTools", "Layout");
     for (const std::int32_t kind : {0, 2, 5, 7, 12, 14, -1}) {
         Item(kind, {{"objectType", "IListItem"}, {"Text", "Layout"}, {"Checked", "False"}});
@@ -135,8 +124,8 @@ TEST_F(ListItemEvents, DoNothingForOtherKinds) {
 }
 
 TEST_F(ListItemEvents, ReportAnOrderThatIsNone) {
-    LoadTools({{.name = "B"}, {.name = "A"}});
+    LoadSuiteInFront({{.name = "B"}, {.name = "A"}});
     host->ColumnClick("lvTools", "name", "upwards");
     EXPECT_EQ(ClaimReport("HandleListItemEvent").number, base::errors::TypeMismatch);
-    EXPECT_EQ(Rows(), (Strings{"A", "B"}));
+    EXPECT_EQ(RowTexts(), (Strings{"A", "B"}));
 }

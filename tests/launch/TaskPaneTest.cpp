@@ -7,19 +7,8 @@ namespace {
 
 class TaskPane : public LaunchingTest {
 protected:
-    void LoadTools(const std::vector<CatalogueTool>& tools) {
-        LoadSuite(tools);
-        host->NodeEvent("tabQRV", "nodTools");
-        ForgetCalls();
-    }
     void Task(std::string_view key, Parameters parameters = {}) {
         Event(arvon::EventObject::Task, key, parameters);
-    }
-    Strings Rows() const {
-        Strings rows;
-        for (const auto& row : host->Model().List("lvTools"))
-            rows.push_back(row.text);
-        return rows;
     }
 };
 
@@ -73,7 +62,7 @@ TEST_F(TaskPane, IsFilledBeforeItIsShownAndRegistered) {
 }
 
 TEST_F(TaskPane, LaunchesTheSelectedProgram) {
-    LoadTools({LongRunning("Layout", "Tobr43"), LongRunning("Plot", "Tobr44")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43"), LongRunning("Plot", "Tobr44")});
     host->SelectRow("lvTools", "Plot");
     Task("tskLaunchTool");
     EXPECT_EQ(ProcessOf("Tobr43"), 0);
@@ -82,7 +71,7 @@ TEST_F(TaskPane, LaunchesTheSelectedProgram) {
 }
 
 TEST_F(TaskPane, DoesNothingWithoutASelectedProgram) {
-    LoadTools({LongRunning("Layout", "Tobr43")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     for (const char* key : {"tskLaunchTool", "tskRemoveTool", "tskEditTool"})
         Task(key);
     EXPECT_TRUE(CallsOf("StartProcess").empty());
@@ -92,7 +81,7 @@ TEST_F(TaskPane, DoesNothingWithoutASelectedProgram) {
 }
 
 TEST_F(TaskPane, ComparesKeysExactly) {
-    LoadTools({LongRunning("Layout", "Tobr43")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     host->SelectRow("lvTools", "Layout");
     for (const char* key : {"tskaddtool", "TSKADDTOOL", "tskAddTool ", "tskLaunchtool", "", "tskUnknown"})
         Task(key);
@@ -102,7 +91,7 @@ TEST_F(TaskPane, ComparesKeysExactly) {
 }
 
 TEST_F(TaskPane, HandsTheSelectedProgramToTheHostsEditor) {
-    LoadTools({LongRunning("Layout", "Tobr43")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     host->SelectRow("lvTools", "Layout");
     Task("tskEditTool");
     EXPECT_EQ(CallsOf("Tools.Edit"), Strings{"Tools.Edit(\"Layout\", \"HandleTaskEvent\")"});
@@ -111,7 +100,7 @@ TEST_F(TaskPane, HandsTheSelectedProgramToTheHostsEditor) {
 }
 
 TEST_F(TaskPane, ReportsAnEditorThatFails) {
-    LoadTools({LongRunning("Layout", "Tobr43")});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     host->SelectRow("lvTools", "Layout");
     host->FailNext("Tools.Edit");
     Task("tskEditTool");
@@ -120,11 +109,7 @@ TEST_F(TaskPane, ReportsAnEditorThatFails) {
 }
 
 TEST_F(TaskPane, AsksForNewProgramsAndForUpdates) {
-    LoadTools({{.name = "Program Updates",
-                .vrex = "Qillo110",
-                .identifier = "Qillo110",
-                .classification = "Core Tool",
-                .path = Put(UPDATES_LIBRARY, "Arvon/Bin/Qillo110.dll")}});
+    LoadSuiteInFront({UpdatesComponent()});
     Task("tskAddTool");
     Task("tskUpdateTool", {{"Flag", "True"}});
     Task("tskUpdateTool", {{"Flag", "False"}});
@@ -135,7 +120,7 @@ TEST_F(TaskPane, AsksForNewProgramsAndForUpdates) {
 }
 
 TEST_F(TaskPane, ReportsAFlagThatIsNone) {
-    LoadTools({});
+    LoadSuiteInFront({});
     Task("tskUpdateTool", {{"Flag", "perhaps"}});
     EXPECT_EQ(ClaimReport("HandleTaskEvent").number, base::errors::TypeMismatch);
     EXPECT_TRUE(Sent().empty());
@@ -146,23 +131,23 @@ TEST_F(TaskPane, ShowsAllProgramsAndTheListedOnesAgain) {
     hidden.showInList = "0";
     CatalogueTool core = LongRunning("Core", "Zarn11");
     core.classification = "Core Tool";
-    LoadTools({LongRunning("Layout", "Tobr43"), hidden, core});
-    ASSERT_EQ(Rows(), Strings{"Layout"});
+    LoadSuiteInFront({LongRunning("Layout", "Tobr43"), hidden, core});
+    ASSERT_EQ(RowTexts(), Strings{"Layout"});
 
     host->ClickTask("tskShowAll");
     EXPECT_TRUE(Probe().ShowAllTools());
-    EXPECT_EQ(Rows(), (Strings{"Layout", "Hidden"}));
+    EXPECT_EQ(RowTexts(), (Strings{"Layout", "Hidden"}));
     EXPECT_TRUE(host->Model().TaskViews()[0].showAll);
 
     host->ClickTask("tskShowAll");
     EXPECT_FALSE(Probe().ShowAllTools());
-    EXPECT_EQ(Rows(), Strings{"Layout"});
+    EXPECT_EQ(RowTexts(), Strings{"Layout"});
 }
 
 TEST_F(TaskPane, RebuildsTheMenusWithAllPrograms) {
     CatalogueTool layout = LongRunning("Layout", "Tobr43");
     layout.identifier = "LAY43";
-    LoadTools({layout});
+    LoadSuiteInFront({layout});
     CatalogueTool plot = LongRunning("Plot", "Tobr44");
     plot.identifier = "PLQ44";
     installation.WriteTools({layout, plot});
@@ -173,18 +158,18 @@ TEST_F(TaskPane, RebuildsTheMenusWithAllPrograms) {
 }
 
 TEST_F(TaskPane, KeepsTheNewItemsDisabledWhileAVantorIsLoaded) {
-    LoadTools({{.name = "Beam",
-                .vrex = "Vn21",
-                .identifier = "BMF21",
-                .kind = "3",
-                .path = Put(BEAM_LIBRARY, "Vn21/Vn21.dll")}});
+    LoadSuiteInFront({{.name = "Beam",
+                       .vrex = "Vn21",
+                       .identifier = "BMF21",
+                       .kind = "3",
+                       .path = Put(BEAM_LIBRARY, "Vn21/Vn21.dll")}});
     Launch("Beam");
     host->ClickTask("tskShowAll");
     EXPECT_EQ(EnabledToolItems(), Strings{});
 }
 
 TEST_F(TaskPane, ReportsAPaneThatIsGone) {
-    LoadTools({});
+    LoadSuiteInFront({});
     host->FailNext("TaskViews.Item");
     Task("tskShowAll");
     EXPECT_EQ(ClaimReport("HandleTaskEvent").description, "TaskViews.Item failed");

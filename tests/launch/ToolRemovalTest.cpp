@@ -29,12 +29,6 @@ protected:
         Event(arvon::EventObject::Task, "tskRemoveTool");
     }
 
-    Strings Rows() const {
-        Strings rows;
-        for (const auto& row : host->Model().List("lvTools"))
-            rows.push_back(row.text);
-        return rows;
-    }
     Strings NamesInHost() const {
         Strings names;
         for (const auto& record : host->Model().Tools())
@@ -58,16 +52,10 @@ protected:
         const auto buttons = host->Model().Toolbar();
         return std::any_of(buttons.begin(), buttons.end(), [&](const auto& b) { return b.key == key; });
     }
-    Strings NamesListed() const {
-        Strings names;
-        for (const ToolRecord& record : Probe().ListedTools())
-            names.push_back(record->Name());
-        return names;
-    }
     void ExpectDemoGone() const {
-        EXPECT_EQ(Rows(), Strings{"Stay"});
+        EXPECT_EQ(RowTexts(), Strings{"Stay"});
         EXPECT_EQ(NamesInHost(), Strings{"Stay"});
-        EXPECT_EQ(NamesListed(), Strings{"Stay"});
+        EXPECT_EQ(ListedNames(), Strings{"Stay"});
         EXPECT_EQ(Nodes(), Strings{"Stay"});
         EXPECT_FALSE(HasItem("mnuDEM01"));
         EXPECT_FALSE(HasButton("btnDEM01"));
@@ -77,9 +65,9 @@ protected:
         EXPECT_TRUE(HasButton("btnSTA02"));
     }
     void ExpectDemoStays() const {
-        EXPECT_EQ(Rows(), (Strings{"Demo", "Stay"}));
+        EXPECT_EQ(RowTexts(), (Strings{"Demo", "Stay"}));
         EXPECT_EQ(NamesInHost(), (Strings{"Demo", "Stay"}));
-        EXPECT_EQ(NamesListed(), (Strings{"Demo", "Stay"}));
+        EXPECT_EQ(ListedNames(), (Strings{"Demo", "Stay"}));
         EXPECT_EQ(Nodes(), (Strings{"Demo", "Stay"}));
         EXPECT_TRUE(HasItem("mnuDEM01"));
         EXPECT_TRUE(HasButton("btnDEM01"));
@@ -253,7 +241,7 @@ TEST_F(ToolRemoval, TakesOnlyTheFirstOfTwoListedToolsOfOneName) {
     Probe().ListedTools().Add(demo);
     Probe().RemoveTool("X1", "Demo", "QUARRA");
     ExpectProgramMissingBox();
-    EXPECT_EQ(NamesListed(), (Strings{"Stay", "Demo"}));
+    EXPECT_EQ(ListedNames(), (Strings{"Stay", "Demo"}));
 }
 
 TEST_F(ToolRemoval, ComparesNamesExactly) {
@@ -279,7 +267,7 @@ TEST_F(ToolRemoval, UpdatesTheViewEvenWhenTheCatalogueCannotBeSaved) {
     host->FailNext("Tools.Save");
     RemoveDemo();
     EXPECT_EQ(ClaimReport("RemoveTool").description, "Tools.Save failed");
-    EXPECT_EQ(Rows(), Strings{"Stay"});
+    EXPECT_EQ(RowTexts(), Strings{"Stay"});
     EXPECT_EQ(Nodes(), Strings{"Stay"});
 }
 
@@ -291,6 +279,6 @@ TEST_F(ToolRemoval, RemovesOneProgramAfterAnother) {
     RemoveDemo();
     host->SelectRow("lvTools", "Stay");
     Event(arvon::EventObject::Task, "tskRemoveTool");
-    EXPECT_EQ(Rows(), Strings{});
+    EXPECT_EQ(RowTexts(), Strings{});
     EXPECT_FALSE(fs::exists(installation.File("X2")));
 }

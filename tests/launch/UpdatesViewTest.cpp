@@ -7,13 +7,7 @@ namespace {
 
 class UpdatesView : public LaunchingTest {
 protected:
-    void LoadWithUpdatesComponent() {
-        LoadSuite({{.name = "Program Updates",
-                    .vrex = "Qillo110",
-                    .identifier = "Qillo110",
-                    .classification = "Core Tool",
-                    .path = Put(UPDATES_LIBRARY, "Arvon/Bin/Qillo110.dll")}});
-    }
+    void LoadWithUpdatesComponent() { LoadSuite({UpdatesComponent()}); }
 };
 
 } // namespace

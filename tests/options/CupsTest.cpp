@@ -18,11 +18,6 @@ class Cups : public OptionsTest {
 protected:
     void SetUp() override { LoadWithTools(Tool("a", Option("cmbDefaultPrinter", "kept"))); }
 
-    std::string DefaultPrinterHandedOut() {
-        base::XmlDocument document;
-        document.LoadText(Probe().getOptionData(""));
-        return document.SelectSingle("//Option[Name='cmbDefaultPrinter']/Value").Text();
-    }
     std::vector<std::string> Entries() { return Probe().GetPrinters(Probe().GetPlatformId()).Snapshot(); }
 };
 

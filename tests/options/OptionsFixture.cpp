@@ -70,6 +70,12 @@ std::string OptionsTest::Set(std::string_view toolId, std::string_view name, std
         {{"ToolID", toolId}, {"OptionName", name}, {"OptionValue", value}, {"AddMissing", addMissing}});
 }
 
+std::string OptionsTest::DefaultPrinterHandedOut() {
+    base::XmlDocument document;
+    document.LoadText(Probe().getOptionData(""));
+    return document.SelectSingle("//Option[Name='cmbDefaultPrinter']/Value").Text();
+}
+
 void OptionsTest::ExpectNoRead(std::string_view toolId, std::string_view name, std::string_view description) {
     EXPECT_EQ(Get(toolId, name), "False");
     EXPECT_THAT(ClaimReport("GetOptionValue").description, testing::HasSubstr(std::string(description)));

@@ -48,6 +48,8 @@ protected:
     std::string Get(std::string_view tool, std::string_view name);
     std::string Set(std::string_view tool, std::string_view name, std::string_view value,
                     std::string_view addMissing = "False");
+    /// The default printer in the options that tools are given.
+    std::string DefaultPrinterHandedOut();
     std::string FileText() const { return installation.Read(file); }
     void ExpectNoRead(std::string_view tool, std::string_view name, std::string_view description);
 };

@@ -72,11 +72,6 @@ protected:
         printers.levels.clear();
     }
     std::vector<std::string> Entries() { return Probe().GetPrinters(printers.platformId).Snapshot(); }
-    std::string DefaultPrinterHandedOut() {
-        base::XmlDocument document;
-        document.LoadText(Probe().getOptionData(""));
-        return document.SelectSingle("//Option[Name='cmbDefaultPrinter']/Value").Text();
-    }
 
     PrinterState printers;
 };

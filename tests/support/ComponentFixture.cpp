@@ -71,6 +71,20 @@ void ComponentTest::ProcessEnded(std::string_view application, std::int32_t id) 
     host->SendEvent({0, "ShellProcessComplete", 0, 0}, parameters, listener::Shell);
 }
 
+std::vector<std::string> ComponentTest::RowTexts() const {
+    std::vector<std::string> texts;
+    for (const auto& row : host->Model().List("lvTools"))
+        texts.push_back(row.text);
+    return texts;
+}
+
+std::vector<std::string> ComponentTest::ListedNames() const {
+    std::vector<std::string> names;
+    for (const ToolRecord& record : Probe().ListedTools())
+        names.push_back(record->Name());
+    return names;
+}
+
 std::vector<std::string> ComponentTest::CallsOf(std::string_view operation) const {
     const std::string start = std::string(operation) + "(";
     std::vector<std::string> found;

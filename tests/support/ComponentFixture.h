@@ -61,6 +61,11 @@ protected:
     const std::vector<std::string>& Sent() const { return sent_; }
     void ForgetCalls();
 
+    /// The texts of the rows that the user sees in the list of tools.
+    std::vector<std::string> RowTexts() const;
+    /// The names of the tools that the component lists, in its order.
+    std::vector<std::string> ListedNames() const;
+
     /// The oldest error report not yet claimed, which must have come from `procedure` (without the object's
     /// name).
     Report ClaimReport(std::string_view procedure);
