@@ -12,7 +12,6 @@ namespace desktop {
 
 Banner::Banner(const Pictures& pictures) : pictures_(pictures), picture_(new QLabel), caption_(new QLabel) {
     setObjectName(QStringLiteral("banner"));
-    setAccessibleName(text::Of(text::banner::Name));
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
@@ -25,8 +24,11 @@ Banner::Banner(const Pictures& pictures) : pictures_(pictures), picture_(new QLa
     dismiss->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     dismiss->setAutoRaise(true);
     dismiss->setFocusPolicy(Qt::StrongFocus);
-    dismiss->setToolTip(text::Of(text::banner::Dismiss));
-    dismiss->setAccessibleName(dismiss->toolTip());
+    text::Follow(this, [this, dismiss] {
+        setAccessibleName(text::Of(text::banner::Name));
+        dismiss->setToolTip(text::Of(text::banner::Dismiss));
+        dismiss->setAccessibleName(dismiss->toolTip());
+    });
     connect(dismiss, &QToolButton::clicked, this, &QWidget::hide);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 6, 0);

@@ -130,15 +130,17 @@ public:
 Finder::Finder(QWidget* parent)
     : QDialog(parent), typed_(new QLineEdit), found_(new QListView), model_(new Model(this)) {
     setObjectName(QStringLiteral("finder"));
-    setWindowTitle(text::Of(text::finder::Title));
-    setAccessibleName(windowTitle());
+    text::Follow(this, [this] {
+        setWindowTitle(text::Of(text::finder::Title));
+        setAccessibleName(windowTitle());
+        typed_->setAccessibleName(text::Of(text::finder::Placeholder));
+        typed_->setPlaceholderText(text::Of(text::finder::Placeholder));
+        found_->setAccessibleName(text::Of(text::finder::Results));
+    });
     typed_->setObjectName(QStringLiteral("finderText"));
-    typed_->setAccessibleName(text::Of(text::finder::Placeholder));
-    typed_->setPlaceholderText(text::Of(text::finder::Placeholder));
     typed_->setClearButtonEnabled(true);
     typed_->installEventFilter(this);
     found_->setObjectName(QStringLiteral("finderResults"));
-    found_->setAccessibleName(text::Of(text::finder::Results));
     found_->setModel(model_);
     found_->setItemDelegate(new Delegate(found_));
     found_->setIconSize(QSize(16, 16));

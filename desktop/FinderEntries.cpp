@@ -63,7 +63,7 @@ void AddMenuItems(Entries& entries, HostMenus& menus, const QString& kind,
 void AddTasks(Entries& entries, const FinderSources& from) {
     const QString program = from.programs.Current();
     if (program.isEmpty()) return;
-    for (const model::TaskView& pane : from.bridge.Model().TaskViews()) {
+    for (const model::TaskView& pane : from.bridge.Shown().TaskViews()) {
         for (const model::Task& task : pane.tasks) {
             const QString key = ToQt(task.key);
             entries.push_back({ToQt(task.caption) + QLatin1String(": ") + program,
@@ -77,9 +77,9 @@ void AddTasks(Entries& entries, const FinderSources& from) {
 void AddOwnCommands(Entries& entries, const QMenu& menu) {
     for (QAction* action : menu.actions()) {
         if (action->isSeparator() || action->menu() || !action->isEnabled()) continue;
-        entries.push_back({PlainCaption(FromQt(action->text())), PlainCaption(text::window::ViewMenu),
-                           action->statusTip(), KeysOf(action->shortcut()), action->icon(),
-                           [action] { action->trigger(); }});
+        entries.push_back({PlainCaption(FromQt(action->text())),
+                           PlainCaption(FromQt(text::Of(text::window::ViewMenu))), action->statusTip(),
+                           KeysOf(action->shortcut()), action->icon(), [action] { action->trigger(); }});
     }
 }
 
@@ -88,7 +88,7 @@ void AddOwnCommands(Entries& entries, const QMenu& menu) {
 Entries FinderEntriesOf(const FinderSources& sources) {
     Entries entries;
     AddPrograms(entries, sources);
-    for (const model::Menu& menu : sources.bridge.Model().Menus())
+    for (const model::Menu& menu : sources.bridge.Shown().Menus())
         if (menu.visible) AddMenuItems(entries, sources.menus, PlainCaption(menu.caption), menu.items);
     AddTasks(entries, sources);
     AddOwnCommands(entries, sources.ownMenu);

@@ -68,6 +68,7 @@ void HostBridge::Load(const Start& start) {
                                        Languages().join(QStringLiteral(", ")).toStdString());
     }
     host_->Framework()->Loader().Load(launcherComponent, nullptr); // the host tells what is wrong with it
+    systemTexts_.Remember();
     host_->OpenComponent(start.library);
     if (start.profile) host_->SetProfileId(*start.profile);
     if (!host_->Load()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Value.h"
+#include "desktop/SystemTexts.h"
 #include "desktop/controls/ControlObject.h"
 #include "host/ReferenceHost.h"
 
@@ -63,6 +64,8 @@ public:
 
     arvon::host::ReferenceHost& Host() { return *host_; }
     arvon::host::ReferenceHost::ModelView Model() const { return host_->Model(); }
+    /// The same as Model, its captions in the language in force.
+    const SystemTexts& Shown() const { return systemTexts_; }
     const ControlServices& Services() const { return services_; }
     /// Whose answer controls are given to "why can this tool not be used".
     void SetProblemSource(std::function<QString(const QString& toolName)> problem);
@@ -76,6 +79,11 @@ public:
     /// Carries the action out from the event loop; `what` is told as progress meanwhile. What it refuses is
     /// told by Refused.
     void Do(Action action, const QString& what = {});
+    /// Everything is to be drawn anew, from the loop.
+    void Redraw() {
+        dirty_ = Parts::All();
+        drawTimer_.start();
+    }
     /// True while an action, or a request of a control, is under way.
     bool IsWorking() const { return working_ > 0; }
     /// Nothing under way, waiting to be carried out or to be drawn.
@@ -114,6 +122,7 @@ private:
     void CarryOut(const Action& action, const QString& what);
     void TakeInEndedProcesses();
 
+    SystemTexts systemTexts_{*this};
     ControlServices services_;
     std::function<QString(const QString&)> problem_;
     QPointer<QWidget> dialogParent_;

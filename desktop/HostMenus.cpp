@@ -24,18 +24,18 @@ constexpr std::size_t lastEntries = 5;
 
 struct ItemTraits {
     const char* key;
-    const char* keys;     // shortcut
-    const char* column;   // sorted by; null: none
-    const char* progress; // null: quick
+    const char* keys;          // shortcut
+    const char* column;        // sorted by; null: none
+    const text::Own* progress; // null: quick
 };
 constexpr std::array itemTraits{
-    ItemTraits{"mnuInstallTools", "Ctrl+I", nullptr, text::status::LookingForUpdates},
-    ItemTraits{"mnuUpdateTools", "Ctrl+U", nullptr, text::status::LookingForUpdates},
+    ItemTraits{"mnuInstallTools", "Ctrl+I", nullptr, &text::status::LookingForUpdates},
+    ItemTraits{"mnuUpdateTools", "Ctrl+U", nullptr, &text::status::LookingForUpdates},
     ItemTraits{"mnuUpdateSettings", "Ctrl+Shift+U", nullptr, nullptr},
-    ItemTraits{"mnuToolsSortName", "Ctrl+1", "name", text::status::Sorting},
-    ItemTraits{"mnuToolsSortVersion", "Ctrl+2", "version", text::status::Sorting},
-    ItemTraits{"mnuToolsSortUPDATED", "Ctrl+3", "lastupdated", text::status::Sorting},
-    ItemTraits{"mnuToolsSortType", "Ctrl+4", "classification", text::status::Sorting},
+    ItemTraits{"mnuToolsSortName", "Ctrl+1", "name", &text::status::Sorting},
+    ItemTraits{"mnuToolsSortVersion", "Ctrl+2", "version", &text::status::Sorting},
+    ItemTraits{"mnuToolsSortUPDATED", "Ctrl+3", "lastupdated", &text::status::Sorting},
+    ItemTraits{"mnuToolsSortType", "Ctrl+4", "classification", &text::status::Sorting},
     ItemTraits{"mnuToolOptions", "Ctrl+,", nullptr, nullptr},
 };
 
@@ -102,7 +102,7 @@ QKeySequence HostMenus::ShortcutOf(const QString& itemKey) {
 }
 
 void HostMenus::DrawMenus() {
-    const std::vector<arvon::host::model::Menu> menus = bridge_.Model().Menus();
+    const std::vector<arvon::host::model::Menu> menus = bridge_.Shown().Menus();
     QString described;
     for (const arvon::host::model::Menu& menu : menus) {
         described += ToQt(menu.key) + u'\x1f' + ToQt(menu.caption) + (menu.visible ? u'1' : u'0');
@@ -165,7 +165,7 @@ void HostMenus::Click(const MenuItem& item) {
     const ItemTraits* traits = TraitsOf(item.key);
     if (traits && traits->column) emit Sorted(QLatin1String(traits->column));
     bridge_.Do([key = item.key](ReferenceHost& host) { host.ClickMenu(key); },
-               traits && traits->progress ? text::Of(traits->progress) : QString());
+               traits && traits->progress ? text::Of(*traits->progress) : QString());
 }
 
 void HostMenus::ShowContextMenu(const QPoint& globalPosition) {
@@ -179,7 +179,7 @@ void HostMenus::ShowContextMenu(const QPoint& globalPosition) {
 }
 
 void HostMenus::DrawToolbar() {
-    const std::vector<arvon::host::model::Button> buttons = bridge_.Model().Toolbar();
+    const std::vector<arvon::host::model::Button> buttons = bridge_.Shown().Toolbar();
     QString described;
     for (const arvon::host::model::Button& button : buttons) {
         for (const std::string* field : {&button.key, &button.toolTip, &button.picture})

@@ -37,10 +37,12 @@ QString LanguageName(const QString& id) {
 
 } // namespace
 
-LanguageMenu::LanguageMenu(HostBridge& bridge, QWidget* parent)
-    : QMenu(text::Of(text::window::Language), parent), bridge_(bridge) {
+LanguageMenu::LanguageMenu(HostBridge& bridge, QWidget* parent) : QMenu(parent), bridge_(bridge) {
     setObjectName(QStringLiteral("mnuLanguage"));
-    menuAction()->setStatusTip(text::Of(text::window::LanguageHint));
+    text::Follow(this, [this] {
+        setTitle(text::Of(text::window::Language));
+        menuAction()->setStatusTip(text::Of(text::window::LanguageHint));
+    });
     auto* group = new QActionGroup(this);
     for (const QString& id : bridge_.Languages()) {
         QAction* action = addAction(LanguageName(id));

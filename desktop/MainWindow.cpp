@@ -67,9 +67,8 @@ MainWindow::~MainWindow() {
 // ------------------------------------------------------------------------------------------------------
 
 void MainWindow::BuildContent() {
-    toolBar_ = addToolBar(text::Of(text::window::ToolBar));
+    toolBar_ = addToolBar(QString());
     toolBar_->setObjectName(QStringLiteral("toolBar"));
-    toolBar_->setAccessibleName(toolBar_->windowTitle());
     toolBar_->setIconSize(QSize(20, 20));
     toolBar_->setMovable(false);
 
@@ -110,7 +109,6 @@ void MainWindow::BuildContent() {
 
     progress_ = new QProgressBar;
     progress_->setObjectName(QStringLiteral("progress"));
-    progress_->setAccessibleName(text::Of(text::status::Busy));
     progress_->setRange(0, 0);
     progress_->setTextVisible(false);
     progress_->setMaximumWidth(120);
@@ -125,17 +123,20 @@ void MainWindow::BuildContent() {
     menus_->SetMore([this] { OpenFinder(); });
 }
 
-QAction* MainWindow::AddAction(QMenu& menu, const char* caption, const char* hint, const QKeySequence& keys) {
-    QAction* action = menu.addAction(text::Of(caption));
-    action->setStatusTip(text::Of(hint));
+QAction* MainWindow::AddAction(QMenu& menu, const text::Own& caption, const text::Own& hint,
+                               const QKeySequence& keys) {
+    QAction* action = menu.addAction(QString());
+    text::Follow(action, [action, caption, hint] {
+        action->setText(text::Of(caption));
+        action->setStatusTip(text::Of(hint));
+    });
     action->setShortcut(keys);
     return action;
 }
 
 void MainWindow::BuildOwnMenu() {
-    viewMenu_ = menuBar()->addMenu(text::Of(text::window::ViewMenu));
+    viewMenu_ = menuBar()->addMenu(QString());
     viewMenu_->setObjectName(QStringLiteral("mnuView"));
-    viewMenu_->menuAction()->setStatusTip(text::Of(text::window::ViewMenuHint));
     menus_->SetOwnMenu(viewMenu_->menuAction());
 
     connect(
@@ -152,10 +153,7 @@ void MainWindow::BuildOwnMenu() {
     taskPaneSwitch_->setCheckable(true);
     taskPaneSwitch_->setChecked(true);
     connect(taskPaneSwitch_, &QAction::toggled, this, [this] { DrawTaskPane(); });
-    QAction* toolBarSwitch = toolBar_->toggleViewAction();
-    toolBarSwitch->setText(text::Of(text::window::ToolBarSwitch));
-    toolBarSwitch->setStatusTip(text::Of(text::window::ToolBarHint));
-    viewMenu_->addAction(toolBarSwitch);
+    viewMenu_->addAction(toolBar_->toggleViewAction());
     trace_ = viewMenu_->addSeparator(); // the trace's switch stands before it
     languages_ = new LanguageMenu(bridge_, viewMenu_);
     viewMenu_->addMenu(languages_);
@@ -166,6 +164,18 @@ void MainWindow::BuildOwnMenu() {
     connect(
         AddAction(*viewMenu_, text::window::Quit, text::window::QuitHint, QKeySequence(Qt::CTRL | Qt::Key_Q)),
         &QAction::triggered, this, &QWidget::close);
+    text::Follow(this, [this] { Retranslate(); });
+}
+
+void MainWindow::Retranslate() {
+    toolBar_->setWindowTitle(text::Of(text::window::ToolBar));
+    toolBar_->setAccessibleName(toolBar_->windowTitle());
+    QAction* toolBarSwitch = toolBar_->toggleViewAction(); // takes the title of its own accord
+    toolBarSwitch->setText(text::Of(text::window::ToolBarSwitch));
+    toolBarSwitch->setStatusTip(text::Of(text::window::ToolBarHint));
+    progress_->setAccessibleName(text::Of(text::status::Busy));
+    viewMenu_->setTitle(text::Of(text::window::ViewMenu));
+    viewMenu_->menuAction()->setStatusTip(text::Of(text::window::ViewMenuHint));
 }
 
 void MainWindow::Connect() {
@@ -204,7 +214,7 @@ void MainWindow::AddTrace(QDockWidget* trace) {
     trace->hide();
     QAction* action = trace->toggleViewAction();
     action->setShortcut(QKeySequence(Qt::Key_F12));
-    action->setStatusTip(text::Of(text::window::TraceHint));
+    text::Follow(action, [action] { action->setStatusTip(text::Of(text::window::TraceHint)); });
     viewMenu_->insertAction(trace_, action);
 }
 
@@ -263,13 +273,16 @@ void MainWindow::DrawTitle() {
 
 void MainWindow::DrawLanguage() {
     languages_->MarkCurrent();
+    const QString language = ToQt(bridge_.Model().Language());
+    if (std::exchange(language_, language) == language) return;
+    text::UseLanguage(language);
     if (!begun_) return;
     windows_->Retranslate();
-    programs_->Draw();
+    bridge_.Redraw();
 }
 
 void MainWindow::DrawTaskPane() {
-    const std::vector<arvon::host::model::TaskView> panes = bridge_.Model().TaskViews();
+    const std::vector<arvon::host::model::TaskView> panes = bridge_.Shown().TaskViews();
     const auto pane = std::find_if(panes.begin(), panes.end(), [](const arvon::host::model::TaskView& one) {
         return one.listControl == listView && one.visible;
     });

@@ -4,6 +4,7 @@
 #include "desktop/HostWindows.h"
 #include "desktop/Pictures.h"
 #include "desktop/ToolStates.h"
+#include "desktop/texts/Translation.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -55,7 +56,9 @@ private:
     void BuildContent();
     void BuildOwnMenu();
     void Connect();
-    QAction* AddAction(QMenu& menu, const char* caption, const char* hint, const QKeySequence& keys);
+    void Retranslate();
+    QAction* AddAction(QMenu& menu, const text::Own& caption, const text::Own& hint,
+                       const QKeySequence& keys);
 
     void Draw(const Parts& parts);
     void DrawContent();
@@ -99,7 +102,7 @@ private:
     QAction* taskPaneSwitch_ = nullptr;
     QAction* unload_ = nullptr;
     QAction* trace_ = nullptr;
-    QString shownNode_;
+    QString shownNode_, language_;
     bool begun_ = false;
 };
 

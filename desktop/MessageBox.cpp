@@ -64,7 +64,7 @@ void ShowMessageBox(QWidget* parent, const QString& text, int style, const QStri
     QStringList paragraphs = Paragraphs(text);
     if (!paragraphs.isEmpty()) box.setText(paragraphs.takeFirst());
     if (!paragraphs.isEmpty()) box.setInformativeText(paragraphs.join(QStringLiteral("\n\n")));
-    box.setWindowTitle(title.isEmpty() ? QString::fromUtf8(text::window::Title) : title);
+    box.setWindowTitle(title.isEmpty() ? text::Of(text::window::Title) : title);
     box.setAccessibleName(box.windowTitle());
     box.setAccessibleDescription(box.text());
     box.setStandardButtons(QMessageBox::Ok);
@@ -84,7 +84,9 @@ bool Confirm(QWidget* parent, const QString& title, const QString& question, con
     box.setAccessibleName(title);
     box.setAccessibleDescription(question);
     QPushButton* confirmed = box.addButton(doIt, QMessageBox::DestructiveRole);
-    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    QPushButton* cancel = box.addButton(QMessageBox::Cancel);
+    cancel->setText(text::Of(text::tasks::Cancel));
+    box.setDefaultButton(cancel);
     box.exec();
     return box.clickedButton() == confirmed;
 }

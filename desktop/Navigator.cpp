@@ -25,11 +25,13 @@ Navigator::Navigator(HostBridge& bridge, const ToolStates& states, const Picture
       nodes_(new NodeModel(states, pictures, *tree_, this)) {
     setObjectName(QStringLiteral("navigator"));
     tabs_->setObjectName(QStringLiteral("tabs"));
-    tabs_->setAccessibleName(text::Of(text::navigator::Tabs));
+    text::Follow(this, [this] {
+        tabs_->setAccessibleName(text::Of(text::navigator::Tabs));
+        tree_->setAccessibleName(text::Of(text::navigator::Tree));
+    });
     tabs_->setDrawBase(false);
     tabs_->setExpanding(false);
     tree_->setObjectName(QStringLiteral("tree"));
-    tree_->setAccessibleName(text::Of(text::navigator::Tree));
     tree_->setModel(nodes_);
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);
@@ -75,7 +77,7 @@ bool Navigator::eventFilter(QObject* watched, QEvent* event) {
 
 void Navigator::Draw() {
     const QScopedValueRollback drawing(drawing_, true);
-    const std::vector<arvon::host::model::Tab> tabs = bridge_.Model().Tabs();
+    const std::vector<arvon::host::model::Tab> tabs = bridge_.Shown().Tabs();
     DrawTabs(tabs);
     const auto shown = std::find_if(tabs.begin(), tabs.end(), [this](const arvon::host::model::Tab& tab) {
         return ToQt(tab.key) == tab_;

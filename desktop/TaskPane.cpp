@@ -42,9 +42,14 @@ QString ProgressOf(const QString& task, const QString& current) {
 
 TaskPane::TaskPane(HostBridge& bridge, const Pictures& pictures)
     : bridge_(bridge), pictures_(pictures), title_(new QLabel), hint_(new QLabel), tasks_(new QVBoxLayout),
-      showAll_(new QCheckBox(text::Of(text::tasks::ShowAll))) {
+      showAll_(new QCheckBox) {
     setObjectName(QStringLiteral("taskPane"));
-    setAccessibleName(text::Of(text::tasks::Pane));
+    text::Follow(this, [this] {
+        setAccessibleName(text::Of(text::tasks::Pane));
+        showAll_->setText(text::Of(text::tasks::ShowAll));
+        showAll_->setToolTip(text::Of(text::tasks::ShowAllHint));
+        showAll_->setStatusTip(showAll_->toolTip());
+    });
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
@@ -57,8 +62,6 @@ TaskPane::TaskPane(HostBridge& bridge, const Pictures& pictures)
     hint_->setWordWrap(true);
     hint_->setTextFormat(Qt::PlainText);
     showAll_->setObjectName(QStringLiteral("tskShowAll"));
-    showAll_->setToolTip(text::Of(text::tasks::ShowAllHint));
-    showAll_->setStatusTip(showAll_->toolTip());
 
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);

@@ -1,106 +1,98 @@
 #pragma once
 
-#include <QString>
+#include "desktop/texts/Translation.h"
 
 /// The desktop's own texts; what the system says comes from the host's model and the string resources.
+/// Every number is used once, in all headers of texts together.
 namespace desktop::text {
 
 namespace window {
-inline constexpr const char* Title = "Arvon";
-inline constexpr const char* ViewMenu = "&View";
-inline constexpr const char* ViewMenuHint = "Arrange the window, and find things";
-inline constexpr const char* ToolBar = "Programs toolbar";
-inline constexpr const char* Find = "Find &Program or Command...";
-inline constexpr const char* FindHint =
-    "Find a program, a menu command or a task by typing a part of its name";
-inline constexpr const char* Filter = "&Filter the List";
-inline constexpr const char* FilterHint = "Show only the programs whose line holds what you type";
-inline constexpr const char* TaskPane = "&Task Pane";
-inline constexpr const char* TaskPaneHint = "Show or hide the tasks beside the list";
-inline constexpr const char* ToolBarSwitch = "Tool&bar";
-inline constexpr const char* ToolBarHint = "Show or hide the toolbar";
-inline constexpr const char* TraceHint = "Show or hide every message that passes through the host";
-inline constexpr const char* Language = "&Language";
-inline constexpr const char* LanguageHint = "Choose the language of the programs' texts";
-inline constexpr const char* Unload = "&Unload Current Vantor";
-inline constexpr const char* UnloadHint = "Close the program that runs inside this window";
-inline constexpr const char* Quit = "&Quit";
-inline constexpr const char* QuitHint = "Close this window; programs that run outside of it go on";
-inline constexpr const char* More = "More Programs...";
-inline constexpr const char* Content = "Content";
+inline constexpr Own Title{140, "Arvon"};
+inline constexpr Own ViewMenu{141, "&View"};
+inline constexpr Own ViewMenuHint{142, "Arrange the window, and find things"};
+inline constexpr Own ToolBar{143, "Programs toolbar"};
+inline constexpr Own Find{144, "Find &Program or Command..."};
+inline constexpr Own FindHint{145, "Find a program, a menu command or a task by typing a part of its name"};
+inline constexpr Own Filter{146, "&Filter the List"};
+inline constexpr Own FilterHint{147, "Show only the programs whose line holds what you type"};
+inline constexpr Own TaskPane{148, "&Task Pane"};
+inline constexpr Own TaskPaneHint{149, "Show or hide the tasks beside the list"};
+inline constexpr Own ToolBarSwitch{150, "Tool&bar"};
+inline constexpr Own ToolBarHint{151, "Show or hide the toolbar"};
+inline constexpr Own TraceHint{152, "Show or hide every message that passes through the host"};
+inline constexpr Own Language{153, "&Language"};
+inline constexpr Own LanguageHint{154, "Choose the language of the programs' texts"};
+inline constexpr Own Unload{155, "&Unload Current Vantor"};
+inline constexpr Own UnloadHint{156, "Close the program that runs inside this window"};
+inline constexpr Own Quit{157, "&Quit"};
+inline constexpr Own QuitHint{158, "Close this window; programs that run outside of it go on"};
+inline constexpr Own More{159, "More Programs..."};
 } // namespace window
 
 namespace navigator {
-inline constexpr const char* Tabs = "Navigator pages";
-inline constexpr const char* Tree = "Navigator";
+inline constexpr Own Tabs{180, "Navigator pages"};
+inline constexpr Own Tree{181, "Navigator"};
 } // namespace navigator
 
 namespace list {
-inline constexpr const char* Name = "Programs";
-inline constexpr const char* Filter = "Filter the list of programs";
-inline constexpr const char* FilterPlaceholder = "Filter the list";
-inline constexpr const char* Count = "Number of programs";
-inline constexpr const char* AllShown = "%1 programs";
-inline constexpr const char* OneShown = "1 program";
-inline constexpr const char* SomeShown = "%1 of %2";
-inline constexpr const char* NoMatch = "No program matches \"%1\"";
-inline constexpr const char* NoTools = "No programs are installed";
-inline constexpr const char* Columns = "Columns of the list of programs";
-inline constexpr const char* Status = "Status";
+inline constexpr Own Name{220, "Programs"};
+inline constexpr Own Filter{221, "Filter the list of programs"};
+inline constexpr Own FilterPlaceholder{222, "Filter the list"};
+inline constexpr Own Count{223, "Number of programs"};
+inline constexpr Own AllShown{224, "%1 programs"};
+inline constexpr Own OneShown{225, "1 program"};
+inline constexpr Own SomeShown{226, "%1 of %2"};
+inline constexpr Own NoMatch{227, "No program matches \"%1\""};
+inline constexpr Own NoTools{228, "No programs are installed"};
+inline constexpr Own Columns{229, "Columns of the list of programs"};
+inline constexpr Own Status{230, "Status"};
 } // namespace list
 
 namespace state {
-inline constexpr const char* Running = "Running %1";
-inline constexpr const char* Loaded = "Open %1";
-inline constexpr const char* Problem = "Cannot start";
-inline constexpr const char* RunningHint = "Running since %1 as process %2";
-inline constexpr const char* LoadedHint = "Open in this window since %1";
-inline constexpr const char* NoPath = "The catalogue names no program file.";
-inline constexpr const char* NoFile = "The program file %1 is missing.";
-inline constexpr const char* NotLoaded = "The program could not be loaded: %1";
+inline constexpr Own Running{260, "Running %1"};
+inline constexpr Own Loaded{261, "Open %1"};
+inline constexpr Own Problem{262, "Cannot start"};
+inline constexpr Own RunningHint{263, "Running since %1 as process %2"};
+inline constexpr Own LoadedHint{264, "Open in this window since %1"};
+inline constexpr Own NoPath{265, "The catalogue names no program file."};
+inline constexpr Own NoFile{266, "The program file %1 is missing."};
+inline constexpr Own NotLoaded{267, "The program could not be loaded: %1"};
 } // namespace state
 
 namespace tasks {
-inline constexpr const char* Pane = "Task pane";
-inline constexpr const char* ShowAll = "Show &all programs";
-inline constexpr const char* ShowAllHint = "List hidden programs as well";
-inline constexpr const char* RemoveTitle = "Remove Program";
-inline constexpr const char* RemoveQuestion = "Remove \"%1\" from this computer?";
-inline constexpr const char* RemoveConsequence = "Its files are deleted. This cannot be undone.";
-inline constexpr const char* Remove = "Remove";
+inline constexpr Own Pane{300, "Task pane"};
+inline constexpr Own ShowAll{301, "Show &all programs"};
+inline constexpr Own ShowAllHint{302, "List hidden programs as well"};
+inline constexpr Own RemoveTitle{303, "Remove Program"};
+inline constexpr Own RemoveQuestion{304, "Remove \"%1\" from this computer?"};
+inline constexpr Own RemoveConsequence{305, "Its files are deleted. This cannot be undone."};
+inline constexpr Own Remove{306, "Remove"};
+inline constexpr Own Cancel{307, "Cancel"};
 } // namespace tasks
 
 namespace finder {
-inline constexpr const char* Title = "Find Program or Command";
-inline constexpr const char* Placeholder = "Type a part of a program's or command's name";
-inline constexpr const char* Results = "Found programs and commands";
-inline constexpr const char* Nothing = "Nothing is called \"%1\"";
-inline constexpr const char* Program = "Program";
-inline constexpr const char* Task = "Task";
-inline constexpr const char* Button = "Button";
-inline constexpr const char* Launch = "Launch";
+inline constexpr Own Title{340, "Find Program or Command"};
+inline constexpr Own Placeholder{341, "Type a part of a program's or command's name"};
+inline constexpr Own Results{342, "Found programs and commands"};
+inline constexpr Own Program{344, "Program"};
+inline constexpr Own Task{345, "Task"};
 } // namespace finder
 
 namespace status {
-inline constexpr const char* Busy = "Under way";
-inline constexpr const char* Launching = "Starting %1...";
-inline constexpr const char* Removing = "Removing %1...";
-inline constexpr const char* ReadingCatalogue = "Reading the catalogue...";
-inline constexpr const char* LookingForUpdates = "Looking for programs and updates...";
-inline constexpr const char* Sorting = "Sorting...";
-inline constexpr const char* Started = "%1 started";
-inline constexpr const char* Ended = "%1 ended";
-inline constexpr const char* EndedBadly = "%1 ended with exit code %2";
-inline constexpr const char* Problems = "Problems";
+inline constexpr Own Busy{380, "Under way"};
+inline constexpr Own Launching{381, "Starting %1..."};
+inline constexpr Own Removing{382, "Removing %1..."};
+inline constexpr Own ReadingCatalogue{383, "Reading the catalogue..."};
+inline constexpr Own LookingForUpdates{384, "Looking for programs and updates..."};
+inline constexpr Own Sorting{385, "Sorting..."};
+inline constexpr Own Started{386, "%1 started"};
+inline constexpr Own Ended{387, "%1 ended"};
+inline constexpr Own EndedBadly{388, "%1 ended with exit code %2"};
 } // namespace status
 
 namespace banner {
-inline constexpr const char* Name = "Banner";
-inline constexpr const char* Dismiss = "Close this banner";
+inline constexpr Own Name{420, "Banner"};
+inline constexpr Own Dismiss{421, "Close this banner"};
 } // namespace banner
-
-inline QString Of(const char* own) {
-    return QString::fromUtf8(own);
-}
 
 } // namespace desktop::text

@@ -160,7 +160,7 @@ QVariant ToolListModel::data(const QModelIndex& index, int role) const {
 
 QVariant ToolListModel::StateData(const Row& row, int role) const {
     const ToolState state = states_.Of(row.vrex);
-    const auto timed = [&](const char* form) {
+    const auto timed = [&](const text::Own& form) {
         return text::Of(form).arg(ElapsedText(state.since, QDateTime::currentDateTime()));
     };
     if (role == Qt::DecorationRole) {

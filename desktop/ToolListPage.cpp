@@ -52,23 +52,25 @@ ToolListPage::ToolListPage(HostBridge& bridge, const ToolStates& states, const P
       rows_(new ToolListModel(states, pictures, *list_, this)), states_(states) {
     setObjectName(viewKey + QLatin1String("Page"));
     filter_->setObjectName(QStringLiteral("filter"));
-    filter_->setAccessibleName(text::Of(text::list::Filter));
-    filter_->setPlaceholderText(text::Of(text::list::FilterPlaceholder));
-    filter_->setToolTip(text::Of(text::window::FilterHint));
+    text::Follow(this, [this] {
+        filter_->setAccessibleName(text::Of(text::list::Filter));
+        filter_->setPlaceholderText(text::Of(text::list::FilterPlaceholder));
+        filter_->setToolTip(text::Of(text::window::FilterHint));
+        count_->setAccessibleName(text::Of(text::list::Count));
+        list_->setAccessibleName(text::Of(text::list::Name));
+        list_->header()->setAccessibleName(text::Of(text::list::Columns));
+    });
     filter_->setClearButtonEnabled(true);
     filter_->installEventFilter(this);
     count_->setObjectName(QStringLiteral("count"));
-    count_->setAccessibleName(text::Of(text::list::Count));
 
     list_->setObjectName(viewKey);
-    list_->setAccessibleName(text::Of(text::list::Name));
     list_->setModel(rows_);
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAllColumnsShowFocus(true);
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list_->setExpandsOnDoubleClick(false);
-    list_->header()->setAccessibleName(text::Of(text::list::Columns));
     list_->header()->setSectionsClickable(true);
     list_->header()->setStretchLastSection(true);
     list_->installEventFilter(this);
@@ -132,7 +134,7 @@ void ToolListPage::Draw() {
 
 void ToolListPage::DrawColumns() {
     const QScopedValueRollback drawing(drawing_, true);
-    const std::vector<arvon::host::model::Column> columns = bridge_.Model().Columns(FromQt(viewKey_));
+    const std::vector<arvon::host::model::Column> columns = bridge_.Shown().Columns(FromQt(viewKey_));
     rows_->SetColumns(columns);
     try {
         const auto view = bridge_.Host().Framework()->Views().Item(FromQt(viewKey_));

@@ -21,7 +21,10 @@ UpdatesWindow::UpdatesWindow(const HostBridge& bridge, QWidget* parent)
     page_->Message().setObjectName(QStringLiteral("offerMessage"));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QPushButton* close = buttons->button(QDialogButtonBox::Close);
-    close->setAccessibleName(close->text().remove(u'&'));
+    text::Follow(this, [close] {
+        close->setText(text::Of(text::updates::Close));
+        close->setAccessibleName(close->text().remove(u'&'));
+    });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(title_);
@@ -34,10 +37,10 @@ void UpdatesWindow::Offer(const std::string& answer) {
     const ControlServices& services = bridge_.Services();
     setWindowTitle(text::Of(services, text::resource::Updates, text::updates::Panel));
     setAccessibleName(windowTitle());
-    page_->Retranslate(text::Of(services, text::resource::DateFormat, "yyyy-mm-dd"));
+    page_->Retranslate(text::DateFormat(services));
     page_->Show(SortOfOffer(answer), answer);
     const bool isNew = page_->Shown() == OfferPage::Sort::New;
-    title_->setText(ToQt(isNew ? text::updates::NewOffered : text::updates::UpdatesOffered));
+    title_->setText(text::Of(isNew ? text::updates::NewOffered : text::updates::UpdatesOffered));
     title_->setVisible(page_->Offers() > 0);
     show();
     raise();

@@ -33,9 +33,9 @@ OfferPage::~OfferPage() {
 void OfferPage::Show(Sort sort, const std::string& answer) {
     sort_ = sort;
     const bool isNew = sort == Sort::New;
-    QString text = ToQt(answer.empty() ? text::updates::NoAnswer
-                        : isNew        ? text::updates::NoNew
-                                       : text::updates::NoUpdates);
+    QString text = text::Of(answer.empty() ? text::updates::NoAnswer
+                            : isNew        ? text::updates::NoNew
+                                           : text::updates::NoUpdates);
     try {
         if (answer.empty()) {
             offers_.Clear();
@@ -44,12 +44,12 @@ void OfferPage::Show(Sort sort, const std::string& answer) {
         }
     } catch (const base::ComponentError& error) {
         offers_.Clear();
-        text = ToQt(text::updates::Unreadable).arg(ToQt(error.Description()));
+        text = text::Of(text::updates::Unreadable).arg(ToQt(error.Description()));
     }
     message_->setText(text);
     const bool any = offers_.rowCount() > 0;
     table_->setVisible(any);
-    table_->setAccessibleName(ToQt(isNew ? text::updates::New : text::updates::Updates));
+    table_->setAccessibleName(text::Of(isNew ? text::updates::New : text::updates::Updates));
     table_->setColumnHidden(UpdateOffers::Installed, isNew);
     message_->setVisible(!any);
     if (!any) return;

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "desktop/QtText.h"
+#include "desktop/controls/ControlTexts.h"
 
 #include <algorithm>
 #include <array>
@@ -28,25 +29,27 @@ const Prefix* PrefixOf(std::string_view name) {
 constexpr std::array switches{SwitchWords{"ON", "OFF"}, SwitchWords{"-1", "0"}, SwitchWords{"1", "0"},
                               SwitchWords{"True", "False"}, SwitchWords{"Yes", "No"}};
 
+constexpr int ownName = 0; // in no language but this
+
 struct KnownValue {
     std::string_view option, value;
-    const char* label;
+    text::Own label;
 };
 constexpr std::array knownValues{
-    KnownValue{"cmbToolSortKey", "Name", "Name"},
-    KnownValue{"cmbToolSortKey", "version", "Version"},
-    KnownValue{"cmbToolSortKey", "LastUpdated", "Last updated"},
-    KnownValue{"cmbToolSortKey", "Classification", "Classification"},
-    KnownValue{"optToolSortOrder", "0", "Ascending"},
-    KnownValue{"optToolSortOrder", "1", "Descending"},
-    KnownValue{"cmbLanguage", "1033", "English"},
-    KnownValue{"cmbLanguage", "1031", "Deutsch"},
-    KnownValue{"cmbLanguage", "1036", "Français"},
-    KnownValue{"cmbLanguage", "1040", "Italiano"},
-    KnownValue{"cmbLanguage", "1034", "Español"},
-    KnownValue{"cmbLanguage", "1045", "Polski"},
-    KnownValue{"cmbUnitOfMeasure", "English", "English"},
-    KnownValue{"cmbUnitOfMeasure", "Metric", "Metric"},
+    KnownValue{"cmbToolSortKey", "Name", text::value::SortName},
+    KnownValue{"cmbToolSortKey", "version", text::value::SortVersion},
+    KnownValue{"cmbToolSortKey", "LastUpdated", text::value::SortLastUpdated},
+    KnownValue{"cmbToolSortKey", "Classification", text::value::SortClassification},
+    KnownValue{"optToolSortOrder", "0", text::value::Ascending},
+    KnownValue{"optToolSortOrder", "1", text::value::Descending},
+    KnownValue{"cmbLanguage", "1033", {ownName, "English"}},
+    KnownValue{"cmbLanguage", "1031", {ownName, "Deutsch"}},
+    KnownValue{"cmbLanguage", "1036", {ownName, "Français"}},
+    KnownValue{"cmbLanguage", "1040", {ownName, "Italiano"}},
+    KnownValue{"cmbLanguage", "1034", {ownName, "Español"}},
+    KnownValue{"cmbLanguage", "1045", {ownName, "Polski"}},
+    KnownValue{"cmbUnitOfMeasure", "English", text::value::English},
+    KnownValue{"cmbUnitOfMeasure", "Metric", text::value::Metric},
 };
 constexpr std::array closedOptions{std::string_view("cmbToolSortKey"), std::string_view("optToolSortOrder")};
 
@@ -96,7 +99,7 @@ bool IsOn(std::string_view value) {
 OptionChoices ChoicesOfOption(std::string_view name) {
     OptionChoices choices;
     for (const KnownValue& known : knownValues)
-        if (known.option == name) choices.values.push_back({std::string(known.value), ToQt(known.label)});
+        if (known.option == name) choices.values.push_back({std::string(known.value), text::Of(known.label)});
     choices.closed = std::ranges::find(closedOptions, name) != closedOptions.end();
     return choices;
 }
@@ -105,7 +108,7 @@ QString LabelOfValue(std::string_view optionName, std::string_view value) {
     const auto known = std::ranges::find_if(knownValues, [&](const KnownValue& entry) {
         return entry.option == optionName && entry.value == value;
     });
-    return known == knownValues.end() ? ToQt(value) : ToQt(known->label);
+    return known == knownValues.end() ? ToQt(value) : text::Of(known->label);
 }
 
 } // namespace desktop

@@ -74,10 +74,10 @@ OptionChoices WithOwn(OptionChoices choices, const OptionField& field) {
             std::ranges::any_of(choices.values, [&](const auto& entry) { return entry.value == own; });
         if (known) continue;
         const QString label = field.name == optionName::DefaultPrinter && !own.empty() && choices.closed
-                                  ? ToQt(text::options::NotInstalled).arg(ToQt(own))
+                                  ? text::Of(text::options::NotInstalled).arg(ToQt(own))
                                   : LabelOfValue(field.name, own);
         const bool nameless = label.isEmpty() && choices.closed;
-        choices.values.push_back({own, nameless ? ToQt(text::options::Empty) : label});
+        choices.values.push_back({own, nameless ? text::Of(text::options::Empty) : label});
     }
     return choices;
 }
@@ -112,7 +112,7 @@ OptionRow::OptionRow(OptionRowSource source, int labelWidth) : source_(std::move
     reset_->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
     reset_->setAutoRaise(true);
     reset_->setFocusPolicy(Qt::StrongFocus);
-    reset_->setAccessibleName(ToQt(text::options::ResetOne).arg(field.label));
+    reset_->setAccessibleName(text::Of(text::options::ResetOne).arg(field.label));
     KeepPlace(*reset_);
     connect(reset_, &QToolButton::clicked, this, [this] {
         FocusEditor();
@@ -232,7 +232,7 @@ QWidget* OptionRow::MakeCombo(const OptionField&, const OptionChoices& choices) 
         const QByteArray own = QByteArray::fromStdString(value);
         if (!box->isEditable() && box->findData(own) < 0) { // others have chosen what was no choice
             const QString label = LabelOfValue(source_.field().name, value);
-            box->addItem(label.isEmpty() ? ToQt(text::options::Empty) : label, own);
+            box->addItem(label.isEmpty() ? text::Of(text::options::Empty) : label, own);
         }
         const int index = box->findData(own);
         if (index >= 0) {
@@ -285,13 +285,14 @@ void OptionRow::Refresh() {
     label_->setFont(font);
     if (field.kind == OptionKind::Check || field.radioGroup >= 0) editor_->setFont(font);
     QString description =
-        changed ? ToQt(text::options::Changed).arg(ToQt(field.original).left(200)) : QString();
-    if (!field.editable) description = ToQt(text::options::NoPlace);
+        changed ? text::Of(text::options::Changed).arg(ToQt(field.original).left(200)) : QString();
+    if (!field.editable) description = text::Of(text::options::NoPlace);
     marker_->setAccessibleName(description);
     editor_->setAccessibleDescription(description);
     editor_->setToolTip(description.toHtmlEscaped());
     reset_->setVisible(changed);
-    reset_->setToolTip(ToQt(text::options::ResetOneHint).arg(ToQt(field.original).left(200)).toHtmlEscaped());
+    reset_->setToolTip(
+        text::Of(text::options::ResetOneHint).arg(ToQt(field.original).left(200)).toHtmlEscaped());
     RefreshNotice();
 }
 

@@ -207,17 +207,17 @@ std::vector<std::size_t> OptionSheet::Matching(std::size_t page, const QString& 
 QString OptionSheet::TroubleOf(const OptionField& field) const {
     if (!field.IsChanged()) return {};
     if (const char32_t code = FirstUnprintable(field.value))
-        return ToQt(text::options::Unprintable).arg(field.label, QString::number(std::uint32_t{code}));
+        return text::Of(text::options::Unprintable).arg(field.label, QString::number(std::uint32_t{code}));
     if (field.name == optionName::Language &&
         (field.value.empty() || field.value.find_first_not_of("0123456789") != std::string::npos))
-        return ToQt(text::options::NoLanguage).arg(field.label, ToQt(field.value));
+        return text::Of(text::options::NoLanguage).arg(field.label, ToQt(field.value));
     return {};
 }
 
 QString OptionSheet::WarningOf(const OptionField& field) const {
     if (!field.IsChanged() || field.kind != OptionKind::Text) return {};
     if (!IsNumber(field.original) || IsNumber(field.value)) return {};
-    return ToQt(text::options::NoNumber).arg(ToQt(field.original));
+    return text::Of(text::options::NoNumber).arg(ToQt(field.original));
 }
 
 std::vector<OptionSheet::Trouble> OptionSheet::Troubles() const {

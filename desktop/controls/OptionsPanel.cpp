@@ -140,7 +140,7 @@ void OptionsPanel::Load(const std::string& text) {
         sheet_ = std::move(sheet);
     } catch (const base::ComponentError& error) {
         sheet_ = OptionSheet();
-        unreadable_ = ToQt(text::options::Unreadable).arg(ToQt(error.Description()));
+        unreadable_ = text::Of(text::options::Unreadable).arg(ToQt(error.Description()));
     }
     Search();
 }
@@ -162,13 +162,13 @@ void OptionsPanel::ShowPage(int row) {
     } else {
         page_ = pages_->PageAt(row);
         title_->setText(sheet_.Pages()[*page_].title.left(200));
-        body_->setAccessibleName(ToQt(text::options::Page).arg(title_->text()));
+        body_->setAccessibleName(text::Of(text::options::Page).arg(title_->text()));
         body_->ShowFields(*page_, pages_->FieldsAt(row));
     }
     const bool searching = !search_->text().trimmed().isEmpty();
     empty_->setText(!unreadable_.isEmpty() ? unreadable_
-                    : searching            ? ToQt(text::options::NothingFound).arg(search_->text().trimmed())
-                                           : ToQt(text::options::NothingYet));
+                    : searching ? text::Of(text::options::NothingFound).arg(search_->text().trimmed())
+                                : text::Of(text::options::NothingYet));
     empty_->setVisible(!page_);
     body_->setVisible(page_.has_value());
     title_->setVisible(page_.has_value());
@@ -185,9 +185,10 @@ void OptionsPanel::PutState() {
     if (!troubles.empty()) {
         state = troubles.front().text;
     } else if (!lost_.isEmpty()) {
-        state = ToQt(text::options::Lost).arg(lost_);
+        state = text::Of(text::options::Lost).arg(lost_);
     } else if (changes > 0) {
-        state = changes == 1 ? ToQt(text::options::OneChange) : ToQt(text::options::Changes).arg(changes);
+        state =
+            changes == 1 ? text::Of(text::options::OneChange) : text::Of(text::options::Changes).arg(changes);
     }
     state_->Put(state, !troubles.empty()  ? Notice::Mark::Error
                        : !lost_.isEmpty() ? Notice::Mark::Warning
@@ -315,16 +316,17 @@ std::string OptionsPanel::Ask(std::string_view type,
 }
 
 void OptionsPanel::Retranslate() {
-    setAccessibleName(ToQt(text::options::Panel));
-    search_->setPlaceholderText(ToQt(text::options::Search));
-    search_->setAccessibleName(ToQt(text::options::Search));
-    search_->setAccessibleDescription(ToQt(text::options::SearchHint));
-    search_->setToolTip(ToQt(text::options::SearchHint));
-    list_->setAccessibleName(ToQt(text::options::Programs));
-    body_->setAccessibleName(ToQt(text::options::Panel));
-    NameButton(*resetPage_, ToQt(text::options::ResetPage), ToQt(text::options::ResetPageHint));
-    NameButton(*ok_, ToQt(text::options::Ok), ToQt(text::options::OkHint));
-    NameButton(*cancel_, ToQt(text::options::Cancel), ToQt(text::options::CancelHint));
+    setAccessibleName(text::Of(text::options::Panel));
+    search_->setPlaceholderText(text::Of(text::options::Search));
+    search_->setAccessibleName(text::Of(text::options::Search));
+    search_->setAccessibleDescription(text::Of(text::options::SearchHint));
+    search_->setToolTip(text::Of(text::options::SearchHint));
+    list_->setAccessibleName(text::Of(text::options::Programs));
+    body_->setAccessibleName(text::Of(text::options::Panel));
+    NameButton(*resetPage_, text::Of(text::options::ResetPage), text::Of(text::options::ResetPageHint));
+    NameButton(*ok_, text::Of(text::options::Ok), text::Of(text::options::OkHint));
+    NameButton(*cancel_, text::Of(text::options::Cancel), text::Of(text::options::CancelHint));
+    if (isVisible()) Search(); // the rows are made anew
 }
 
 void OptionsPanel::showEvent(QShowEvent* event) {

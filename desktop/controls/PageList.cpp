@@ -56,9 +56,9 @@ QVariant PageList::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole: {
         QString text = page.title;
         if (searching_)
-            text = ToQt(text::options::PageMatches).arg(text, QString::number(entry.fields.size()));
+            text = text::Of(text::options::PageMatches).arg(text, QString::number(entry.fields.size()));
         if (page.changes > 0)
-            text = ToQt(text::options::PageChanges).arg(text, QString::number(page.changes));
+            text = text::Of(text::options::PageChanges).arg(text, QString::number(page.changes));
         return text;
     }
     default:

@@ -46,7 +46,7 @@ void Notice::Put(const QString& text, Mark mark) {
         const auto icon = isError ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxWarning;
         const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
         icon_->setPixmap(style()->standardIcon(icon).pixmap(size, size));
-        icon_->setAccessibleName(ToQt(isError ? text::mark::Error : text::mark::Warning));
+        icon_->setAccessibleName(text::Of(isError ? text::mark::Error : text::mark::Warning));
     }
     icon_->setVisible(mark != Mark::None);
     text_->setText(text);

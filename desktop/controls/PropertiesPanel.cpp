@@ -29,21 +29,21 @@ namespace {
 /// Attributes of a record in the order of showing; `id`: the string resource of the caption, 0 for none.
 struct KnownAttribute {
     std::string_view name;
-    const char* caption;
+    text::Own caption;
     int id = 0;
 };
 constexpr std::array knownAttributes{
-    KnownAttribute{"version", "Version", text::resource::Version},
-    KnownAttribute{"LastUpdated", "Last updated", text::resource::LastUpdated},
-    KnownAttribute{"Classification", "Classification", text::resource::Classification},
-    KnownAttribute{"Kind", "Kind"},
-    KnownAttribute{"ProgramType", "Program type"},
-    KnownAttribute{"Brand", "Brand"},
-    KnownAttribute{"VREX", "Product key"},
-    KnownAttribute{"Identifier", "Identifier"},
-    KnownAttribute{"Path", "Program"},
-    KnownAttribute{"CommandLine", "Command line"},
-    KnownAttribute{"ShowInList", "Shown in the list"},
+    KnownAttribute{"version", text::properties::Version, text::resource::Version},
+    KnownAttribute{"LastUpdated", text::properties::LastUpdated, text::resource::LastUpdated},
+    KnownAttribute{"Classification", text::properties::Classification, text::resource::Classification},
+    KnownAttribute{"Kind", text::properties::Kind},
+    KnownAttribute{"ProgramType", text::properties::ProgramType},
+    KnownAttribute{"Brand", text::properties::Brand},
+    KnownAttribute{"VREX", text::properties::ProductKey},
+    KnownAttribute{"Identifier", text::properties::Identifier},
+    KnownAttribute{"Path", text::properties::Program},
+    KnownAttribute{"CommandLine", text::properties::CommandLine},
+    KnownAttribute{"ShowInList", text::properties::ShownInList},
 };
 
 const KnownAttribute* Known(std::string_view name) {
@@ -139,7 +139,7 @@ void PropertiesPanel::Show(const std::string& xml) {
     rows_->setLabelAlignment(Qt::AlignLeading);
     rows_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     toolName_.clear();
-    QString description = xml.empty() ? ToQt(text::properties::Nothing) : QString();
+    QString description = xml.empty() ? text::Of(text::properties::Nothing) : QString();
     QString trouble;
     try {
         base::XmlDocument record;
@@ -150,7 +150,7 @@ void PropertiesPanel::Show(const std::string& xml) {
         for (const auto& [attribute, value] : InOrder(root))
             AddRow(CaptionOf(attribute), ValueOf(attribute, value));
     } catch (const base::ComponentError& error) {
-        description = ToQt(text::properties::Unreadable).arg(ToQt(error.Description()));
+        description = text::Of(text::properties::Unreadable).arg(ToQt(error.Description()));
     }
     scroll_->setWidget(content); // deletes the one before
     if (!toolName_.isEmpty() && services_.problem) trouble = services_.problem(toolName_);
@@ -158,7 +158,7 @@ void PropertiesPanel::Show(const std::string& xml) {
     title_->setVisible(!toolName_.isEmpty());
     description_->setText(description);
     description_->setVisible(!description.isEmpty());
-    problem_->Put(trouble.isEmpty() ? trouble : ToQt(text::properties::Problem).arg(trouble),
+    problem_->Put(trouble.isEmpty() ? trouble : text::Of(text::properties::Problem).arg(trouble),
                   Notice::Mark::Warning);
     PutButtons();
 }
@@ -172,19 +172,18 @@ void PropertiesPanel::AddRow(const QString& caption, const QString& value) {
 QString PropertiesPanel::CaptionOf(const std::string& attribute) const {
     const KnownAttribute* known = Known(attribute);
     if (!known) return ToQt(attribute);
-    return known->id ? text::Of(services_, known->id, known->caption) : ToQt(known->caption);
+    return known->id ? text::Of(services_, known->id, known->caption) : text::Of(known->caption);
 }
 
 QString PropertiesPanel::ValueOf(const std::string& attribute, const std::string& value) const {
     const QString text = ToQt(value);
     if (attribute == "ShowInList" && (text == "-1" || text == "0"))
-        return ToQt(text == "0" ? text::properties::No : text::properties::Yes);
+        return text::Of(text == "0" ? text::properties::No : text::properties::Yes);
     if (attribute == "Kind" && text == QString::number(arvon::VantorKind))
-        return ToQt(text::properties::Vantor);
+        return text::Of(text::properties::Vantor);
     if (attribute == "LastUpdated") {
         const QDate date = QDate::fromString(text.left(10), Qt::ISODate);
-        const QString format =
-            text::Of(services_, text::resource::DateFormat, "yyyy-mm-dd").replace('m', 'M');
+        const QString format = text::DateFormat(services_).replace('m', 'M');
         if (date.isValid()) return date.toString(format);
     }
     return text;
@@ -216,9 +215,10 @@ void PropertiesPanel::SetLaunchEnabled(bool enabled) {
 
 void PropertiesPanel::PutButtons() {
     const bool shown = !toolName_.isEmpty();
-    const auto put = [&](QPushButton& button, bool permitted, const char* hint, const char* denied) {
+    const auto put = [&](QPushButton& button, bool permitted, const text::Own& hint,
+                         const text::Own& denied) {
         button.setEnabled(shown && permitted);
-        const QString tip = ToQt(permitted ? hint : denied);
+        const QString tip = text::Of(permitted ? hint : denied);
         button.setToolTip(tip);
         button.setAccessibleDescription(tip);
     };
@@ -233,10 +233,10 @@ void PropertiesPanel::Retranslate() {
         button.setAccessibleName(QString(caption).remove('&'));
     };
     put(*launch_, text::Of(services_, text::resource::Launch, text::properties::Launch));
-    put(*update_, ToQt(text::properties::Update));
-    put(*close_, ToQt(text::properties::Close));
-    setAccessibleName(ToQt(text::properties::Panel));
-    scroll_->setAccessibleName(ToQt(text::properties::Panel));
+    put(*update_, text::Of(text::properties::Update));
+    put(*close_, text::Of(text::properties::Close));
+    setAccessibleName(text::Of(text::properties::Panel));
+    scroll_->setAccessibleName(text::Of(text::properties::Panel));
     if (isVisible()) Reload();
 }
 

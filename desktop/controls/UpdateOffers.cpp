@@ -71,7 +71,7 @@ QVariant UpdateOffers::headerData(int section, Qt::Orientation orientation, int 
                                   text::updates::LastUpdated, text::updates::Description};
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 || section >= Columns)
         return {};
-    return ToQt(captions[static_cast<std::size_t>(section)]);
+    return text::Of(captions[static_cast<std::size_t>(section)]);
 }
 
 } // namespace desktop

@@ -78,11 +78,11 @@ public:
         setAccessibleName(text::Of(services_, text::resource::Updates, text::updates::Panel));
         tabs_->setAccessibleName(accessibleName());
         tabs_->tabBar()->setAccessibleName(accessibleName());
-        const QString format = text::Of(services_, text::resource::DateFormat, "yyyy-mm-dd");
+        const QString format = text::DateFormat(services_);
         updates_->Retranslate(format);
         new_->Retranslate(format);
-        NameButton(*again_, ToQt(text::updates::Again), ToQt(text::updates::AgainHint));
-        NameButton(*close_, ToQt(text::updates::Close), QString());
+        NameButton(*again_, text::Of(text::updates::Again), text::Of(text::updates::AgainHint));
+        NameButton(*close_, text::Of(text::updates::Close), QString());
         PutTabs();
     }
 
@@ -122,8 +122,8 @@ private:
     }
     void Close() { Ask("UnloadUpdateView"); }
     void PutTabs() {
-        tabs_->setTabText(0, ToQt(text::updates::UpdatesCount).arg(updates_->Offers()));
-        tabs_->setTabText(1, ToQt(text::updates::NewCount).arg(new_->Offers()));
+        tabs_->setTabText(0, text::Of(text::updates::UpdatesCount).arg(updates_->Offers()));
+        tabs_->setTabText(1, text::Of(text::updates::NewCount).arg(new_->Offers()));
     }
 
     ControlServices services_;

@@ -4,6 +4,7 @@
 #include "base/Value.h"
 #include "desktop/QtText.h"
 #include "desktop/controls/Parts.h"
+#include "desktop/editor/EditorTexts.h"
 
 #include <QCheckBox>
 #include <QDialog>
@@ -19,20 +20,6 @@
 namespace desktop {
 
 namespace {
-
-namespace text {
-constexpr const char* Title = "Edit Program";
-constexpr const char* Name = "&Name";
-constexpr const char* NameHint = "The name under which the program is listed, different from every other";
-constexpr const char* CommandLine = "&Command line";
-constexpr const char* CommandLineHint = "What is started: a program, perhaps with arguments. Empty: the "
-                                        "program of the catalogue";
-constexpr const char* Shown = "&Shown in the list of programs";
-constexpr const char* NameMissing = "The program needs a name.";
-constexpr const char* NameTaken = "Another program is named \u201c%1\u201d already.";
-constexpr const char* Unprintable = "%1 holds a character that cannot be saved (code %2).";
-constexpr const char* Refused = "The change was refused: %1";
-} // namespace text
 
 constexpr const char* nameMember = "Name";
 constexpr const char* shownMember = "ShowInList";
@@ -55,28 +42,30 @@ public:
           oldName_(ToQt(record.Get(nameMember).ToText())),
           oldCommandLine_(ToQt(record.Get(commandLineMember).ToText())),
           oldShown_(record.Get(shownMember).ToBoolean()), name_(new QLineEdit(oldName_)),
-          commandLine_(new QLineEdit(oldCommandLine_)), shown_(new QCheckBox(ToQt(text::Shown))),
+          commandLine_(new QLineEdit(oldCommandLine_)), shown_(new QCheckBox(text::Of(text::editor::Shown))),
           trouble_(new Notice("trouble")),
           buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel)) {
-        setWindowTitle(ToQt(text::Title));
+        setWindowTitle(text::Of(text::editor::Title));
         name_->setObjectName("name");
-        name_->setAccessibleName(ToQt(text::Name).remove('&'));
-        name_->setAccessibleDescription(ToQt(text::NameHint));
-        name_->setToolTip(ToQt(text::NameHint));
+        name_->setAccessibleName(text::Of(text::editor::Name).remove('&'));
+        name_->setAccessibleDescription(text::Of(text::editor::NameHint));
+        name_->setToolTip(text::Of(text::editor::NameHint));
         name_->selectAll();
         commandLine_->setObjectName("commandLine");
-        commandLine_->setAccessibleName(ToQt(text::CommandLine).remove('&'));
-        commandLine_->setAccessibleDescription(ToQt(text::CommandLineHint));
-        commandLine_->setToolTip(ToQt(text::CommandLineHint));
+        commandLine_->setAccessibleName(text::Of(text::editor::CommandLine).remove('&'));
+        commandLine_->setAccessibleDescription(text::Of(text::editor::CommandLineHint));
+        commandLine_->setToolTip(text::Of(text::editor::CommandLineHint));
         shown_->setObjectName("shown");
-        shown_->setAccessibleName(ToQt(text::Shown).remove('&'));
+        shown_->setAccessibleName(text::Of(text::editor::Shown).remove('&'));
         shown_->setChecked(oldShown_);
         auto* form = new QFormLayout(this);
         form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-        form->addRow(ToQt(text::Name), name_);
-        form->addRow(ToQt(text::CommandLine), commandLine_);
+        form->addRow(text::Of(text::editor::Name), name_);
+        form->addRow(text::Of(text::editor::CommandLine), commandLine_);
         form->addRow(QString(), shown_);
         form->addRow(trouble_);
+        buttons_->button(QDialogButtonBox::Ok)->setText(text::Of(text::editor::Ok));
+        buttons_->button(QDialogButtonBox::Cancel)->setText(text::Of(text::editor::Cancel));
         form->addRow(buttons_);
         const int wide = fontMetrics().averageCharWidth() * 70;
         setMinimumWidth(std::min(wide, 560));
@@ -96,14 +85,14 @@ private:
     /// A record that was in the wrong already may keep its name.
     QString Trouble() const {
         const QString name = name_->text().trimmed();
-        if (name.isEmpty()) return ToQt(text::NameMissing);
+        if (name.isEmpty()) return text::Of(text::editor::NameMissing);
         for (const auto& [edit, caption] :
-             {std::pair{name_, text::Name}, {commandLine_, text::CommandLine}}) {
+             {std::pair{name_, text::editor::Name}, {commandLine_, text::editor::CommandLine}}) {
             if (const ushort code = FirstUnprintable(edit->text()))
-                return ToQt(text::Unprintable).arg(ToQt(caption).remove('&')).arg(code);
+                return text::Of(text::editor::Unprintable).arg(text::Of(caption).remove('&')).arg(code);
         }
         if (name != oldName_ && isNameTaken_ && isNameTaken_(FromQt(name)))
-            return ToQt(text::NameTaken).arg(name);
+            return text::Of(text::editor::NameTaken).arg(name);
         return {};
     }
 
@@ -129,7 +118,7 @@ private:
             if (shown_->isChecked() != oldShown_) put(shownMember, oldShown_, shown_->isChecked());
         } catch (const base::ComponentError& error) {
             TakeBack(undo);
-            ShowTrouble(ToQt(text::Refused).arg(ToQt(error.Description())), false);
+            ShowTrouble(text::Of(text::editor::Refused).arg(ToQt(error.Description())), false);
             return;
         }
         changed_ = !undo.empty();

@@ -33,10 +33,10 @@ namespace desktop {
 
 namespace {
 
-QToolButton* Button(const char* objectName, const char* caption, const char* hint) {
+QToolButton* Button(const char* objectName, const text::Own& caption, const text::Own& hint) {
     auto* button = new QToolButton;
     button->setObjectName(objectName);
-    NameButton(*button, ToQt(caption), ToQt(hint));
+    text::Follow(button, [button, caption, hint] { NameButton(*button, text::Of(caption), text::Of(hint)); });
     button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::StrongFocus);
     return button;
@@ -53,6 +53,7 @@ public:
 private:
     QLayout* MakeBar();
     void ConnectParts();
+    void Retranslate();
     void TakeFinished();
     void LearnListeners(const TraceNode& node);
     void ShowDetails(const QModelIndex& current);
@@ -97,7 +98,6 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
     due_.setSingleShot(true);
     filter_.setSourceModel(&model_);
     tree_->setObjectName("messages");
-    tree_->setAccessibleName(ToQt(text::trace::Messages));
     tree_->setModel(&filter_);
     tree_->setUniformRowHeights(true);
     tree_->setAlternatingRowColors(true);
@@ -107,7 +107,6 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
     for (int column = 0; column < TraceModel::Columns; ++column)
         tree_->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
     details_->setObjectName("details");
-    details_->setAccessibleName(ToQt(text::trace::Details));
     details_->setReadOnly(true);
     details_->setTabChangesFocus(true);
     status_->setObjectName("status");
@@ -136,18 +135,11 @@ TraceDock::Panel::~Panel() {
 
 QLayout* TraceDock::Panel::MakeBar() {
     search_->setObjectName("search");
-    search_->setPlaceholderText(ToQt(text::trace::Filter));
-    search_->setAccessibleName(ToQt(text::trace::Filter));
-    search_->setToolTip(ToQt(text::trace::FilterHint));
     search_->setClearButtonEnabled(true);
     listener_->setObjectName("listener");
-    listener_->setAccessibleName(ToQt(text::trace::Listener));
-    listener_->setToolTip(ToQt(text::trace::Listener));
-    listener_->addItem(ToQt(text::trace::AllListeners));
+    listener_->addItem(QString());
     listener_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     troubles_->setObjectName("troubles");
-    troubles_->setText(ToQt(text::trace::OnlyTroubles));
-    troubles_->setAccessibleName(ToQt(text::trace::OnlyTroubles).remove('&'));
     pause_->setCheckable(true);
     auto* bar = new QHBoxLayout;
     bar->addWidget(search_, 1);
@@ -170,12 +162,31 @@ void TraceDock::Panel::ConnectParts() {
     connect(copy_, &QToolButton::clicked, this, [this] { Copy(); });
     connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) { ShowDetails(current); });
-    auto* copy = new QAction(ToQt(text::trace::Copy), tree_);
+    auto* copy = new QAction(tree_);
+    text::Follow(this, [this, copy] {
+        copy->setText(text::Of(text::trace::Copy));
+        Retranslate();
+    });
     copy->setShortcut(QKeySequence::Copy);
     copy->setShortcutContext(Qt::WidgetShortcut);
     connect(copy, &QAction::triggered, this, [this] { Copy(); });
     tree_->addAction(copy);
     tree_->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void TraceDock::Panel::Retranslate() {
+    tree_->setAccessibleName(text::Of(text::trace::Messages));
+    details_->setAccessibleName(text::Of(text::trace::Details));
+    search_->setPlaceholderText(text::Of(text::trace::Filter));
+    search_->setAccessibleName(text::Of(text::trace::Filter));
+    search_->setToolTip(text::Of(text::trace::FilterHint));
+    listener_->setAccessibleName(text::Of(text::trace::Listener));
+    listener_->setToolTip(text::Of(text::trace::Listener));
+    listener_->setItemText(0, text::Of(text::trace::AllListeners));
+    troubles_->setText(text::Of(text::trace::OnlyTroubles));
+    troubles_->setAccessibleName(text::Of(text::trace::OnlyTroubles).remove('&'));
+    emit model_.headerDataChanged(Qt::Horizontal, 0, TraceModel::Columns - 1);
+    PutStatus();
 }
 
 void TraceDock::Panel::TakeFinished() {
@@ -242,23 +253,27 @@ void TraceDock::Panel::Copy() {
     const auto lines = script.split('\n', Qt::SkipEmptyParts);
     const auto commands =
         std::ranges::count_if(lines, [](const QString& line) { return !line.startsWith('#'); });
-    PutStatus(ToQt(text::trace::Copied).arg(commands));
+    PutStatus(text::Of(text::trace::Copied).arg(commands));
 }
 
 void TraceDock::Panel::PutStatus(const QString& note) {
     const QLocale locale;
-    const char* form = model_.HasDropped() ? text::trace::Dropped : text::trace::Bound;
-    QString status = ToQt(form).arg(locale.toString(static_cast<qulonglong>(model_.Messages())),
-                                    locale.toString(static_cast<qulonglong>(limits_.messages)));
-    if (!recorder_.IsRecording()) status += " \u2013 " + ToQt(text::trace::Paused);
+    const text::Own& form = model_.HasDropped() ? text::trace::Dropped : text::trace::Bound;
+    QString status = text::Of(form).arg(locale.toString(static_cast<qulonglong>(model_.Messages())),
+                                        locale.toString(static_cast<qulonglong>(limits_.messages)));
+    if (!recorder_.IsRecording()) status += " \u2013 " + text::Of(text::trace::Paused);
     if (!note.isEmpty()) status += " \u2013 " + note;
     status_->setText(status);
 }
 
 TraceDock::TraceDock(arvon::host::ReferenceHost& host, QWidget* parent)
-    : QDockWidget(ToQt(text::trace::Title), parent), panel_(new Panel(host)) {
+    : QDockWidget(parent), panel_(new Panel(host)) {
     setObjectName("traceDock");
-    setAccessibleName(ToQt(text::trace::Title));
+    text::Follow(this, [this] {
+        setWindowTitle(text::Of(text::trace::Title));
+        setAccessibleName(windowTitle());
+        toggleViewAction()->setText(windowTitle());
+    });
     setWidget(panel_);
 }
 

@@ -52,7 +52,7 @@ QString ParametersOf(const MessageRecord& message) {
     return OneLine(parts.join("  "));
 }
 
-const char* DirectionOf(const MessageRecord& message) {
+const text::Own& DirectionOf(const MessageRecord& message) {
     if (message.destination == arvon::host::listenerId::Component) return text::trace::In;
     if (message.source == arvon::host::listenerId::Component) return text::trace::Out;
     return text::trace::Past;
@@ -61,7 +61,7 @@ const char* DirectionOf(const MessageRecord& message) {
 QString DurationOf(const TraceNode& node) {
     if (!node.finished) return {};
     const double milliseconds = std::chrono::duration<double, std::milli>(node.message.duration).count();
-    return ToQt(text::trace::Milliseconds).arg(milliseconds, 0, 'f', milliseconds < 10 ? 3 : 1);
+    return text::Of(text::trace::Milliseconds).arg(milliseconds, 0, 'f', milliseconds < 10 ? 3 : 1);
 }
 
 } // namespace
@@ -143,25 +143,25 @@ QString TraceModel::StateOf(const TraceNode& node) {
     QStringList states;
     switch (TroubleOf(node)) {
     case Trouble::Failed:
-        states += ToQt(text::trace::Failed).arg(OneLine(ToQt(node.message.failure)));
+        states += text::Of(text::trace::Failed).arg(OneLine(ToQt(node.message.failure)));
         break;
     case Trouble::Malformed:
-        states += ToQt(text::trace::Malformed);
+        states += text::Of(text::trace::Malformed);
         break;
     case Trouble::NobodyListens:
-        states += ToQt(text::trace::NobodyListens);
+        states += text::Of(text::trace::NobodyListens);
         break;
     case Trouble::ErrorReport:
-        states += ToQt(text::trace::ErrorReport);
+        states += text::Of(text::trace::ErrorReport);
         break;
     case Trouble::Unfinished:
-        states += ToQt(text::trace::Unfinished);
+        states += text::Of(text::trace::Unfinished);
         break;
     case Trouble::None:
         break;
     }
-    if (node.inside > 0) states += ToQt(text::trace::Inside).arg(node.inside);
-    if (node.omitted > 0) states += ToQt(text::trace::Omitted).arg(node.omitted);
+    if (node.inside > 0) states += text::Of(text::trace::Inside).arg(node.inside);
+    if (node.omitted > 0) states += text::Of(text::trace::Omitted).arg(node.omitted);
     return states.join("; ");
 }
 
@@ -170,7 +170,7 @@ QString TraceModel::TextAt(const TraceNode& node, int column) {
     case Message:
         return NameOf(node.message);
     case Direction:
-        return ToQt(DirectionOf(node.message));
+        return text::Of(DirectionOf(node.message));
     case From:
         return OneLine(ToQt(node.message.source));
     case To:
@@ -217,7 +217,7 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const {
 QVariant TraceModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 || section >= Columns)
         return {};
-    return ToQt(text::trace::Columns[section]);
+    return text::Of(text::trace::Columns[section]);
 }
 
 QString TraceModel::DetailsOf(const TraceNode& node) {

@@ -1,42 +1,43 @@
 #pragma once
 
+#include "desktop/texts/Translation.h"
+
 /// The message trace's own texts.
 namespace desktop::text::trace {
 
-inline constexpr const char* Title = "Message Trace";
-inline constexpr const char* Messages = "Messages";
-inline constexpr const char* Details = "Details of the message";
-inline constexpr const char* Filter = "Search messages";
-inline constexpr const char* FilterHint =
-    "Shows the messages that hold this text in names, parameters or replies";
-inline constexpr const char* Listener = "Sender or receiver";
-inline constexpr const char* AllListeners = "All listeners";
-inline constexpr const char* OnlyTroubles = "Only &Failures";
-inline constexpr const char* Pause = "&Pause";
-inline constexpr const char* PauseHint = "Stops recording; what happens meanwhile is not in the trace";
-inline constexpr const char* Clear = "C&lear";
-inline constexpr const char* ClearHint = "Takes all messages out of the trace";
-inline constexpr const char* Copy = "&Copy as Script";
-inline constexpr const char* CopyHint =
-    "Copies what the user did, in the selected or all messages shown, as a "
-    "script for arvon-console";
-inline constexpr const char* Copied = "%1 commands copied for arvon-console";
-inline constexpr const char* Bound = "%1 messages; the newest %2 are kept";
-inline constexpr const char* Dropped = "%1 messages; older ones were dropped (the newest %2 are kept)";
-inline constexpr const char* Paused = "paused";
+inline constexpr Own Title{800, "Message Trace"};
+inline constexpr Own Messages{801, "Messages"};
+inline constexpr Own Details{802, "Details of the message"};
+inline constexpr Own Filter{803, "Search messages"};
+inline constexpr Own FilterHint{804,
+                                "Shows the messages that hold this text in names, parameters or replies"};
+inline constexpr Own Listener{805, "Sender or receiver"};
+inline constexpr Own AllListeners{806, "All listeners"};
+inline constexpr Own OnlyTroubles{807, "Only &Failures"};
+inline constexpr Own Pause{808, "&Pause"};
+inline constexpr Own PauseHint{809, "Stops recording; what happens meanwhile is not in the trace"};
+inline constexpr Own Clear{810, "C&lear"};
+inline constexpr Own ClearHint{811, "Takes all messages out of the trace"};
+inline constexpr Own Copy{812, "&Copy as Script"};
+inline constexpr Own CopyHint{813, "Copies what the user did, in the selected or all messages shown, as a "
+                                   "script for arvon-console"};
+inline constexpr Own Copied{814, "%1 commands copied for arvon-console"};
+inline constexpr Own Bound{815, "%1 messages; the newest %2 are kept"};
+inline constexpr Own Dropped{816, "%1 messages; older ones were dropped (the newest %2 are kept)"};
+inline constexpr Own Paused{817, "paused"};
 
-inline constexpr const char* Columns[] = {"Message", "Direction", "From",       "To",
-                                          "Time",    "State",     "Parameters", "Reply"};
-inline constexpr const char* In = "in";
-inline constexpr const char* Out = "out";
-inline constexpr const char* Past = "past";
-inline constexpr const char* Malformed = "Cannot be read";
-inline constexpr const char* NobodyListens = "Nobody listens";
-inline constexpr const char* Failed = "Failed: %1";
-inline constexpr const char* ErrorReport = "Error report";
-inline constexpr const char* Unfinished = "Recording stopped inside";
-inline constexpr const char* Inside = "Failures inside: %1";
-inline constexpr const char* Omitted = "%1 more inside were not kept";
-inline constexpr const char* Milliseconds = "%1 ms";
+inline constexpr Own Columns[] = {{850, "Message"}, {851, "Direction"}, {852, "From"},       {853, "To"},
+                                  {854, "Time"},    {855, "State"},     {856, "Parameters"}, {857, "Reply"}};
+inline constexpr Own In{818, "in"};
+inline constexpr Own Out{819, "out"};
+inline constexpr Own Past{820, "past"};
+inline constexpr Own Malformed{821, "Cannot be read"};
+inline constexpr Own NobodyListens{822, "Nobody listens"};
+inline constexpr Own Failed{823, "Failed: %1"};
+inline constexpr Own ErrorReport{824, "Error report"};
+inline constexpr Own Unfinished{825, "Recording stopped inside"};
+inline constexpr Own Inside{826, "Failures inside: %1"};
+inline constexpr Own Omitted{827, "%1 more inside were not kept"};
+inline constexpr Own Milliseconds{828, "%1 ms"};
 
 } // namespace desktop::text::trace

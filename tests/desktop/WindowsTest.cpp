@@ -13,7 +13,6 @@
 namespace desktop {
 namespace {
 
-
 class WindowsTest : public DesktopTest {};
 
 TEST_F(WindowsTest, TheUpdatesThatTheComponentAsksForAreShown) {
@@ -63,9 +62,51 @@ TEST_F(WindowsTest, TheLanguageIsSwitchedWhileTheWindowIsOpen) {
     EXPECT_EQ(updates->windowTitle(), QStringLiteral("Programmaktualisierungen"));
     QTest::keyClick(updates, Qt::Key_Escape);
 
-    // what the component said before stays until it says it anew, at the next start
-    Close();
+    // its own captions and those of the system's string resources, at once
+    EXPECT_EQ(ActionOf("mnuToolOptions")->text(), QStringLiteral("&Optionen..."));
+    EXPECT_EQ(Find<QMenu>("mnuTool")->title(), QStringLiteral("&Werkzeuge"));
+    EXPECT_EQ(Find<QMenu>("mnuView")->title(), QStringLiteral("&Ansicht"));
+    EXPECT_EQ(Find<QLineEdit>("filter")->placeholderText(), QStringLiteral("Liste filtern"));
+    EXPECT_EQ(Find<QLabel>("count")->text(), QStringLiteral("13 Programme"));
+    EXPECT_EQ(Find<QDockWidget>("traceDock")->windowTitle(), QStringLiteral("Nachrichtenverlauf"));
+    EXPECT_EQ(Tree().model()->index(0, 0).data().toString(), QStringLiteral("Werkzeuge"));
+    const auto headers = [this] {
+        QStringList captions;
+        for (int column = 0; column < List().model()->columnCount(); ++column)
+            captions.append(List().model()->headerData(column, Qt::Horizontal).toString());
+        return captions.join(u' ');
+    };
+    EXPECT_EQ(headers(), QStringLiteral("Name Version Aktualisiert Klassifizierung Zustand"));
+    EXPECT_EQ(Find<QToolBar>("toolBar")->findChild<QAction*>(QStringLiteral("btnLAY43"))->toolTip(),
+              QStringLiteral("Programm: Layout"));
+    EXPECT_EQ(Find<QToolButton>("tskEditTool")->text(), QStringLiteral("Programm bearbeiten"));
+    EXPECT_EQ(StateOf(QStringLiteral("Remote Assistance")), QStringLiteral("Nicht startbar"));
+
+    ActionOf("language1033")->trigger();
+    Settle();
+    EXPECT_EQ(ActionOf("mnuToolOptions")->text(), QStringLiteral("&Options..."));
+    EXPECT_EQ(Find<QMenu>("mnuView")->title(), QStringLiteral("&View"));
+    EXPECT_EQ(headers(), QStringLiteral("Name Version Last Updated Classification Status"));
+}
+
+TEST_F(WindowsTest, ALanguageThatTheOptionsChooseIsShownAtOnce) {
     Open();
+    bridge->Host().SetLanguageAnswer(""); // a switch that the host declines changes nothing
+    bridge->Do([](arvon::host::ReferenceHost& host) { host.Framework()->SwitchLanguage("1031"); });
+    Settle();
+    EXPECT_EQ(Find<QMenu>("mnuView")->title(), QStringLiteral("&View"));
+    bridge->Do([](arvon::host::ReferenceHost& host) { host.ClickMenu("mnuToolOptions"); });
+    Settle();
+    QDialog* options = window->Windows().Window(QStringLiteral("ocxToolOptions"));
+    ASSERT_NE(options, nullptr);
+    auto* language = options->findChild<QComboBox*>(QStringLiteral("cmbLanguage"));
+    ASSERT_NE(language, nullptr);
+    language->setCurrentIndex(language->findText(QStringLiteral("Deutsch")));
+    QTest::mouseClick(options->findChild<QPushButton*>(QStringLiteral("ok")), Qt::LeftButton);
+    ASSERT_TRUE(WaitUntil([this] { return !boxes.empty(); }));
+    Settle();
+    EXPECT_EQ(boxes[0].title, QStringLiteral("Sprache"));
+    EXPECT_EQ(Find<QMenu>("mnuView")->title(), QStringLiteral("&Ansicht"));
     EXPECT_EQ(ActionOf("mnuToolOptions")->text(), QStringLiteral("&Optionen..."));
 }
 
