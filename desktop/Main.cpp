@@ -1,6 +1,7 @@
 #include "base/ComponentError.h"
 #include "console/Start.h"
 #include "console/TemporarySuite.h"
+#include "desktop/ContrastStyle.h"
 #include "desktop/DisplayCheck.h"
 #include "desktop/HostBridge.h"
 #include "desktop/MainWindow.h"
@@ -141,6 +142,7 @@ int main(int count, char** words) {
     sinceStart.start();
     std::optional<QApplication> application;
     StartToolkit(application, count, words);
+    QApplication::setStyle(new ContrastStyle); // the application owns it
     QApplication::setApplicationName(QStringLiteral("arvon-desktop"));
     QApplication::setApplicationDisplayName(text::Of(text::window::Title));
     try {

@@ -3,6 +3,7 @@
 #include "core/contract/EventShapes.h"
 #include "desktop/QtText.h"
 #include "desktop/Texts.h"
+#include "desktop/controls/Parts.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -39,6 +40,7 @@ Navigator::Navigator(HostBridge& bridge, const ToolStates& states, const Picture
     tree_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     tree_->setExpandsOnDoubleClick(false);
     tree_->installEventFilter(this);
+    DimWithoutFocus(*tree_);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -112,7 +112,7 @@ QIcon RunningMark(const QWidget& widget) {
         painter.drawPolygon(QPolygonF({{8, 5}, {27, 16}, {8, 27}}));
         return picture;
     };
-    QIcon icon(drawn(widget.palette().color(QPalette::Highlight)));
+    QIcon icon(drawn(QApplication::palette(&widget).color(QPalette::Highlight)));
     icon.addPixmap(drawn(widget.palette().color(QPalette::HighlightedText)), QIcon::Selected);
     return icon;
 }

@@ -5,6 +5,7 @@
 #include "core/contract/Framework.h"
 #include "desktop/QtText.h"
 #include "desktop/Texts.h"
+#include "desktop/controls/Parts.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -74,6 +75,7 @@ ToolListPage::ToolListPage(HostBridge& bridge, const ToolStates& states, const P
     list_->header()->setSectionsClickable(true);
     list_->header()->setStretchLastSection(true);
     list_->installEventFilter(this);
+    DimWithoutFocus(*list_);
 
     auto* top = new QHBoxLayout;
     top->setContentsMargins(0, 0, 0, 0);

@@ -38,6 +38,7 @@ OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(c
     list_->setModel(pages_.get());
     list_->setUniformItemSizes(true);
     list_->setSpacing(2);
+    DimWithoutFocus(*list_);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list_->setTextElideMode(Qt::ElideRight);
     title_->setObjectName("title");

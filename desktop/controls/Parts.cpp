@@ -4,11 +4,65 @@
 #include "desktop/controls/ControlTexts.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStyle>
 
 namespace desktop {
+
+namespace {
+
+QColor Mixed(const QColor& ground, const QColor& colour, double share) {
+    const auto mix = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
+    return {mix(ground.red(), colour.red()), mix(ground.green(), colour.green()),
+            mix(ground.blue(), colour.blue())};
+}
+
+class SelectionDimmer final : public QObject {
+public:
+    explicit SelectionDimmer(QAbstractItemView& view) : QObject(&view), view_(view) {
+        view.installEventFilter(this);
+        Put(view.hasFocus());
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::FocusIn:
+            Put(true);
+            break;
+        case QEvent::FocusOut:
+            // the keyboard comes back when a menu is closed
+            Put(static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason);
+            break;
+        case QEvent::ApplicationPaletteChange:
+            Put(view_.hasFocus());
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+
+private:
+    void Put(bool bright) {
+        constexpr double share = 0.25;
+        const QPalette usual = QApplication::palette(&view_);
+        QPalette own;
+        if (!bright) {
+            own.setColor(QPalette::Highlight,
+                         Mixed(usual.color(QPalette::Base), usual.color(QPalette::Highlight), share));
+            own.setColor(QPalette::HighlightedText, usual.color(QPalette::Text));
+        }
+        view_.setPalette(own);
+    }
+
+    QAbstractItemView& view_;
+};
+
+} // namespace
 
 QLabel* PlainLabel(const QString& text) {
     auto* label = new QLabel(text);
@@ -22,6 +76,10 @@ void NameButton(QAbstractButton& button, const QString& caption, const QString& 
     button.setAccessibleName(QString(caption).remove('&'));
     button.setAccessibleDescription(hint);
     button.setToolTip(hint);
+}
+
+void DimWithoutFocus(QAbstractItemView& view) {
+    new SelectionDimmer(view);
 }
 
 void KeepPlace(QWidget& widget) {

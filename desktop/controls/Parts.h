@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QAbstractButton;
+class QAbstractItemView;
 class QLabel;
 
 /// What the controls, the editor and the trace are put together from.
@@ -13,6 +14,8 @@ namespace desktop {
 QLabel* PlainLabel(const QString& text = {});
 /// Caption, accessible name and what the button does.
 void NameButton(QAbstractButton& button, const QString& caption, const QString& hint);
+/// Without the keyboard, the view shows its selection dimmer: what is bright is where the keyboard is.
+void DimWithoutFocus(QAbstractItemView& view);
 /// Hidden, the widget leaves its place free.
 void KeepPlace(QWidget& widget);
 

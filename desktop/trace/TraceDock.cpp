@@ -99,6 +99,7 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
     filter_.setSourceModel(&model_);
     tree_->setObjectName("messages");
     tree_->setModel(&filter_);
+    DimWithoutFocus(*tree_);
     tree_->setUniformRowHeights(true);
     tree_->setAlternatingRowColors(true);
     tree_->setAllColumnsShowFocus(true);

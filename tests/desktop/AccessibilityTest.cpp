@@ -1,5 +1,7 @@
 #include "tests/desktop/DesktopFixture.h"
 
+#include "desktop/ContrastStyle.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSlider>
@@ -131,6 +133,43 @@ TEST_F(AccessibilityTest, TheTabKeyGoesThroughEveryPartAndComesBack) {
             << part << " in " << visited.join(u' ').toStdString();
     EXPECT_EQ(visited.indexOf(QLatin1String("tskRemoveTool")),
               visited.indexOf(QLatin1String("tskLaunchTool")) + 1);
+}
+
+QPalette PaletteOf(const QColor& ground, const QColor& text) {
+    QPalette palette;
+    for (int role = 0; role < QPalette::NColorRoles; ++role)
+        palette.setColor(static_cast<QPalette::ColorRole>(role), ground);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, text);
+    return palette;
+}
+
+TEST(ContrastStyle, KnowsHighContrast) {
+    EXPECT_TRUE(ContrastStyle::IsHighContrast(PaletteOf(Qt::black, Qt::white)));
+    EXPECT_TRUE(ContrastStyle::IsHighContrast(PaletteOf(Qt::white, Qt::black)));
+    EXPECT_FALSE(ContrastStyle::IsHighContrast(PaletteOf(QColor(0xef, 0xef, 0xef), Qt::black)));
+    EXPECT_FALSE(ContrastStyle::IsHighContrast(PaletteOf(QColor(0x2b, 0x2d, 0x30), Qt::white)));
+}
+
+TEST(ContrastStyle, OutlinesWhatWouldBeBlackOnBlack) {
+    const QPalette palette = PaletteOf(Qt::black, Qt::white);
+    QCheckBox box;
+    QRadioButton radio;
+    QPushButton button;
+    QLineEdit line;
+    QComboBox choice;
+    for (QWidget* widget :
+         {static_cast<QWidget*>(&box), static_cast<QWidget*>(&radio), static_cast<QWidget*>(&button),
+          static_cast<QWidget*>(&line), static_cast<QWidget*>(&choice)}) {
+        widget->setPalette(palette);
+        widget->resize(80, 30);
+        const QImage picture = widget->grab().toImage();
+        int bright = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                bright += qGray(picture.pixel(x, y)) > 200;
+        EXPECT_GT(bright, 10) << widget->metaObject()->className();
+    }
 }
 
 } // namespace

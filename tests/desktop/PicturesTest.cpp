@@ -24,6 +24,28 @@ QPalette DarkPalette() {
     return dark;
 }
 
+/// White on black, yellow where the user is.
+QPalette ContrastPalette() {
+    QPalette contrast(Qt::black);
+    for (int role = 0; role < QPalette::NColorRoles; ++role)
+        contrast.setColor(static_cast<QPalette::ColorRole>(role), Qt::black);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText,
+          QPalette::ToolTipText, QPalette::PlaceholderText, QPalette::Light, QPalette::Midlight,
+          QPalette::Mid, QPalette::Dark, QPalette::Shadow})
+        contrast.setColor(role, Qt::white);
+    contrast.setColor(QPalette::Highlight, Qt::yellow);
+    contrast.setColor(QPalette::HighlightedText, Qt::black);
+    contrast.setColor(QPalette::Link, Qt::cyan);
+    contrast.setColor(QPalette::LinkVisited, Qt::cyan);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        contrast.setColor(QPalette::Disabled, role, Qt::green);
+    return contrast;
+}
+
+enum class Colours { Light, Dark, Contrast };
+constexpr const char* suffixes[] = {"", "-dark", "-contrast"};
+
 /// How much of a picture has the colour that is most frequent in it.
 double Emptiness(const QImage& picture) {
     QHash<QRgb, int> counts;
@@ -34,11 +56,12 @@ double Emptiness(const QImage& picture) {
     return static_cast<double>(most) / (picture.width() * picture.height());
 }
 
-/// The main states of the window, in both palettes. Kept as pictures when ARVON_PICTURES names a folder.
-class PicturesTest : public DesktopTest, public testing::WithParamInterface<bool> {
+/// The main states of the window, in all palettes. Kept as pictures when ARVON_PICTURES names a folder.
+class PicturesTest : public DesktopTest, public testing::WithParamInterface<Colours> {
 protected:
     PicturesTest() : usual_(QApplication::palette()) {
-        if (GetParam()) QApplication::setPalette(DarkPalette());
+        if (GetParam() == Colours::Dark) QApplication::setPalette(DarkPalette());
+        if (GetParam() == Colours::Contrast) QApplication::setPalette(ContrastPalette());
     }
     ~PicturesTest() override {
         Close();
@@ -47,7 +70,7 @@ protected:
     void Take(QWidget& widget, const char* name) {
         QApplication::processEvents();
         EXPECT_LT(Emptiness(widget.grab().toImage()), 0.97) << name << " shows next to nothing";
-        TakePicture(widget, QLatin1String(name) + (GetParam() ? QLatin1String("-dark") : QLatin1String()));
+        TakePicture(widget, QLatin1String(name) + QLatin1String(suffixes[static_cast<int>(GetParam())]));
     }
     void ShowSuite() {
         Open();
@@ -64,6 +87,16 @@ private:
 TEST_P(PicturesTest, MainWindow) {
     ShowSuite();
     Take(*window, "main");
+}
+
+TEST_P(PicturesTest, GermanWindow) {
+    ShowSuite();
+    ActionOf("language1031")->trigger();
+    Settle();
+    Take(*window, "german");
+    Press(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    ASSERT_TRUE(WaitUntil([this] { return window->Windows().Window(QStringLiteral("ocxToolOptions")); }));
+    Take(*window->Windows().Window(QStringLiteral("ocxToolOptions")), "german-options");
 }
 
 TEST_P(PicturesTest, Properties) {
@@ -127,8 +160,12 @@ TEST_P(PicturesTest, EmptyFilter) {
     Take(*window, "nothing-found");
 }
 
-INSTANTIATE_TEST_SUITE_P(Palettes, PicturesTest, testing::Bool(),
-                         [](const auto& palette) { return palette.param ? "Dark" : "Light"; });
+std::string NameOf(const testing::TestParamInfo<Colours>& colours) {
+    constexpr const char* names[] = {"Light", "Dark", "Contrast"};
+    return names[static_cast<int>(colours.param)];
+}
+INSTANTIATE_TEST_SUITE_P(Palettes, PicturesTest,
+                         testing::Values(Colours::Light, Colours::Dark, Colours::Contrast), NameOf);
 
 } // namespace
 } // namespace desktop

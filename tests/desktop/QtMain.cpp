@@ -1,12 +1,13 @@
+#include "desktop/ContrastStyle.h"
+
 #include <QApplication>
-#include <QStyleFactory>
 #include <gmock/gmock.h>
 
 /// Tests look the same everywhere: Qt's own style, one font, no animations.
 int main(int count, char** words) {
     testing::InitGoogleMock(&count, words);
     QApplication application(count, words);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new desktop::ContrastStyle(QStringLiteral("Fusion")));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
     QApplication::setEffectEnabled(Qt::UI_FadeMenu, false);
