@@ -1,12 +1,13 @@
 #pragma once
 
 #include "base/Collection.h"
+#include "base/KeyedSet.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -17,6 +18,8 @@ namespace arvon::host {
 /// `Item` derives from KeyedTree<Item>::Place and offers `const std::string& KeyText() const` and
 /// `Level* LevelBelow()`, null while nothing was put below it.
 template <class Item> class KeyedTree {
+    using Entries = base::Collection<std::shared_ptr<Item>, std::string_view>; // under their own keys
+
 public:
     class Level;
 
@@ -31,7 +34,9 @@ public:
 
     private:
         friend class Level;
+        friend class KeyedTree;
         Level* standing_ = nullptr;
+        Item* namesake_ = nullptr; // the next item of the tree that has the same key
     };
 
     /// The items below one parent, or below no parent at the root.
@@ -54,12 +59,9 @@ public:
         }
 
         bool Remove(std::string_view key) {
-            const std::shared_ptr<Item>* found = items_.Find(key);
-            if (!found) return false;
-            const std::shared_ptr<Item> item = *found; // keeps the key alive while it is looked up again
-            Release(*item);
-            items_.Remove(key);
-            return true;
+            const std::optional<std::shared_ptr<Item>> taken = items_.Take(key);
+            if (taken) Release(**taken);
+            return taken.has_value();
         }
 
         void Clear() {
@@ -78,7 +80,7 @@ public:
             const std::shared_ptr<Item>* found = items_.Find(key);
             return found ? *found : nullptr;
         }
-        const base::Collection<std::shared_ptr<Item>>& Items() const noexcept { return items_; }
+        const Entries& Items() const noexcept { return items_; }
         Item* Parent() const noexcept { return parent_; }
         KeyedTree* Tree() const noexcept { return tree_; }
 
@@ -101,20 +103,20 @@ public:
         KeyedTree* tree_;
         Item* parent_;
         std::size_t rank_ = 0; // order among the roots of a tree that has several
-        base::Collection<std::shared_ptr<Item>> items_;
+        Entries items_;
     };
 
     /// The item of that key, the first in tree order where several levels have one; null when there is none.
     Item* First(std::string_view key) const {
-        const auto [begin, end] = index_.equal_range(key);
-        if (begin == end) return nullptr;
-        Item* first = begin->second;
-        if (std::next(begin) == end) return first;
+        const auto found = index_.find(key);
+        if (found == index_.end()) return nullptr;
+        Item* first = *found;
+        if (!first->Place::namesake_) return first;
         std::vector<std::size_t> firstPath = PathOf(*first);
-        for (auto other = std::next(begin); other != end; ++other) {
-            std::vector<std::size_t> path = PathOf(*other->second);
+        for (Item* other = first->Place::namesake_; other; other = other->Place::namesake_) {
+            std::vector<std::size_t> path = PathOf(*other);
             if (path >= firstPath) continue;
-            first = other->second;
+            first = other;
             firstPath = std::move(path);
         }
         return first;
@@ -122,12 +124,24 @@ public:
 
 private:
     void Take(Item& item) {
-        if (!item.KeyText().empty()) index_.emplace(item.KeyText(), &item);
+        if (item.KeyText().empty()) return;
+        const auto [known, isFirst] = index_.insert(&item);
+        if (isFirst) return;
+        item.Place::namesake_ = std::exchange((*known)->Place::namesake_, &item);
     }
     void Drop(Item& item) {
-        const auto [begin, end] = index_.equal_range(item.KeyText());
-        const auto found = std::find_if(begin, end, [&](const auto& entry) { return entry.second == &item; });
-        if (found != end) index_.erase(found);
+        const auto known = index_.find(item.KeyText());
+        if (known == index_.end()) return;
+        Item* const next = std::exchange(item.Place::namesake_, nullptr);
+        if (*known == &item) {
+            index_.erase(known);
+            if (next) index_.insert(next);
+            return;
+        }
+        Item* before = *known;
+        while (before->Place::namesake_ != &item)
+            before = before->Place::namesake_;
+        before->Place::namesake_ = next;
     }
 
     static std::vector<std::size_t> PathOf(const Item& item) {
@@ -145,7 +159,10 @@ private:
         return path;
     }
 
-    std::unordered_multimap<std::string_view, Item*> index_; // views into the items' own keys
+    struct KeyOf {
+        std::string_view operator()(const Item* item) const { return item->KeyText(); }
+    };
+    base::KeyedSet<Item*, KeyOf> index_; // one item of each key; the others follow as its namesakes
     std::size_t roots_ = 0;
 };
 

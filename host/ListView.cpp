@@ -33,14 +33,24 @@ void ListItem::Check(bool checked) {
 
 void ListItem::AddSubItem(std::string_view columnKey, std::string_view text) {
     trace_->Call("ListItem.AddSubItem", key_, columnKey, text);
-    for (const auto& [present, presentText] : subItems_) {
-        if (present != columnKey) continue;
+    for (const SubItem& present : subItems_) {
+        if (*present.columnKey != columnKey) continue;
         Raise(base::errors::DuplicateKey,
-              "the row \"" + text_ + "\" has a text under \"" + present + "\" already");
+              "the row \"" + text_ + "\" has a text under \"" + *present.columnKey + "\" already");
     }
+    auto known = columnKeys_->find(columnKey);
+    if (known == columnKeys_->end()) known = columnKeys_->emplace(columnKey).first;
     if (subItems_.empty()) subItems_.reserve(4);
-    subItems_.emplace_back(columnKey, text);
+    subItems_.push_back({&*known, std::string(text)});
     trace_->Changed(ModelPart::List);
+}
+
+model::ListRow ListItem::Snapshot(bool current) const {
+    model::ListRow row{key_, text_, checked_, current, {}};
+    row.subItems.reserve(subItems_.size());
+    for (const SubItem& subItem : subItems_)
+        row.subItems.emplace_back(*subItem.columnKey, subItem.text);
+    return row;
 }
 
 bool ListView::CheckBoxes() const {
@@ -57,7 +67,7 @@ void ListView::Clear() {
 
 IListItem& ListView::AddItem(std::string_view key, std::string_view text) {
     trace_.Call("ListView.AddItem", key, text);
-    ListItem& added = rows_.Add(ListItem(trace_, key, text), key);
+    ListItem& added = rows_.Add(ListItem(trace_, columnKeys_, key, text), key);
     trace_.Changed(ModelPart::List);
     return added;
 }

@@ -5,17 +5,20 @@
 #include "host/Model.h"
 #include "host/Trace.h"
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace arvon::host {
 
 class ListItem final : public IListItem {
 public:
-    ListItem(Trace& trace, std::string_view key, std::string_view text)
-        : trace_(&trace), key_(key), text_(text) {}
+    /// `columnKeys` are shared by the rows of a list, and outlive them.
+    ListItem(Trace& trace, std::set<std::string, std::less<>>& columnKeys, std::string_view key,
+             std::string_view text)
+        : trace_(&trace), columnKeys_(&columnKeys), key_(key), text_(text) {}
 
     std::string Key() const override;
     std::string Text() const override;
@@ -27,13 +30,19 @@ public:
     bool IsChecked() const noexcept { return checked_; }
     /// By the user.
     void Check(bool checked);
-    model::ListRow Snapshot(bool current) const { return {key_, text_, checked_, current, subItems_}; }
+    model::ListRow Snapshot(bool current) const;
 
 private:
+    struct SubItem {
+        const std::string* columnKey;
+        std::string text;
+    };
+
     Trace* trace_;
+    std::set<std::string, std::less<>>* columnKeys_;
     std::string key_, text_;
     bool checked_ = false;
-    std::vector<std::pair<std::string, std::string>> subItems_;
+    std::vector<SubItem> subItems_;
 };
 
 /// The rows of a list view. Rows may go without a key; keys that are there are unique.
@@ -58,6 +67,7 @@ private:
     Trace& trace_;
     ListViewDefinition definition_;
     bool checkBoxes_;
+    std::set<std::string, std::less<>> columnKeys_; // under which rows have texts
     base::Collection<ListItem> rows_;
     ListItem* current_ = nullptr;
 };

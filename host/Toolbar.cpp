@@ -58,10 +58,10 @@ std::shared_ptr<IButton> Buttons::Item(std::string_view key) {
 
 std::shared_ptr<IButton> Buttons::Add(std::size_t position, std::string_view key, ButtonStyle style) {
     trace_.Call("Buttons.Add", position, key, style);
-    const auto& added = buttons_.Add(std::make_shared<Button>(trace_, key, style), key,
-                                     std::min(position, buttons_.Count() + 1));
+    const auto button = std::make_shared<Button>(trace_, key, style);
+    buttons_.Add(button, button->KeyText(), std::min(position, buttons_.Count() + 1));
     trace_.Changed(ModelPart::Toolbar);
-    return added;
+    return button;
 }
 
 std::size_t Buttons::PositionOf(std::string_view key) {

@@ -23,6 +23,7 @@ public:
     void SetToolTip(std::string_view toolTip) override;
     void SetPicture(std::string_view pictureName) override;
 
+    const std::string& KeyText() const noexcept { return key_; }
     const std::string& OwnerText() const noexcept { return owner_; }
     bool IsVisible() const noexcept { return visible_; }
     bool IsSeparator() const noexcept { return style_ == ButtonStyle::Separator; }
@@ -52,7 +53,7 @@ public:
 
 private:
     Trace& trace_;
-    base::Collection<std::shared_ptr<Button>> buttons_;
+    base::Collection<std::shared_ptr<Button>, std::string_view> buttons_; // under their own keys
 };
 
 } // namespace arvon::host

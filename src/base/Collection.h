@@ -1,13 +1,13 @@
 #pragma once
 
 #include "base/ComponentError.h"
+#include "base/KeyedSet.h"
 
 #include <cstddef>
 #include <list>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <type_traits>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -19,14 +19,21 @@ namespace base {
 /// entries that is cut back at each change and extended when asked, so walks forwards or backwards by
 /// position, and walks that remove or insert as they go, take constant time a step too. Iterators stay valid
 /// until their own entry is removed.
-template <class T> class Collection {
+///
+/// `Key` is what the entries hold their keys in: std::string_view where every key is a text that its item
+/// keeps, unmoved, for as long as it is in the collection.
+template <class T, class Key = std::string> class Collection {
     struct Entry {
         T item;
-        std::string key;
+        Key key;
         std::size_t position = 0; // meaningful only while positions_[position - 1] is this entry
     };
     using Entries = std::list<Entry>;
     using Place = typename Entries::iterator;
+
+    struct KeyOf {
+        std::string_view operator()(Place place) const { return place->key; }
+    };
 
 public:
     Collection() = default;
@@ -55,18 +62,18 @@ public:
     /// The item under a key, null when there is none.
     T* Find(std::string_view key) noexcept {
         const auto found = keys_.find(key);
-        return found == keys_.end() ? nullptr : &found->second->item;
+        return found == keys_.end() ? nullptr : &Place(*found)->item;
     }
     const T* Find(std::string_view key) const noexcept { return const_cast<Collection*>(this)->Find(key); }
 
     /// The key of the entry at a position; empty when it has none. Throws OutOfRange.
-    const std::string& KeyAt(std::size_t position) const { return At(position)->key; }
+    const Key& KeyAt(std::size_t position) const { return At(position)->key; }
 
     /// The position of a key, 0 when there is none.
     std::size_t PositionOf(std::string_view key) const {
         const auto found = keys_.find(key);
         if (found == keys_.end()) return 0;
-        const Place wanted = found->second;
+        const Place wanted = *found;
         while (!HasKnownPosition(wanted))
             ExtendPositions();
         return wanted->position;
@@ -76,11 +83,18 @@ public:
     void Remove(std::size_t position) { Erase(At(position)); }
 
     /// Removes the entry under a key; false when there is none.
-    bool Remove(std::string_view key) {
+    bool Remove(std::string_view key) { return Take(key).has_value(); }
+
+    /// Removes the entry under a key and hands out its item; nothing when there is none.
+    std::optional<T> Take(std::string_view key) {
         const auto found = keys_.find(key);
-        if (found == keys_.end()) return false;
-        Erase(found->second);
-        return true;
+        if (found == keys_.end()) return {};
+        const Place place = *found;
+        std::optional<T> item(std::move(place->item));
+        keys_.erase(found);
+        ForgetPositionsFrom(place);
+        entries_.erase(place);
+        return item;
     }
 
     void Clear() noexcept {
@@ -117,19 +131,21 @@ public:
 
 private:
     T& InsertAt(Place before, T item, std::string_view key) {
-        if (!key.empty() && keys_.contains(key)) {
+        Entries made; // stays out of the collection when its key is refused
+        made.push_back(Entry{std::move(item), Key(key)});
+        const Place added = made.begin();
+        if (!key.empty() && !keys_.insert(added).second) {
             throw ComponentError(errors::DuplicateKey, "Collection",
                                  "the key \"" + std::string(key) + "\" is already in the collection");
         }
         if (before != entries_.end()) ForgetPositionsFrom(before);
-        const Place added = entries_.insert(before, Entry{std::move(item), std::string(key)});
-        if (!key.empty()) keys_.emplace(std::string_view(added->key), added);
+        entries_.splice(before, made);
         return added->item;
     }
 
     void Erase(Place place) {
         ForgetPositionsFrom(place);
-        if (!place->key.empty()) keys_.erase(std::string_view(place->key));
+        if (!place->key.empty()) keys_.erase(place);
         entries_.erase(place);
     }
 
@@ -161,8 +177,8 @@ private:
     }
 
     Entries entries_;
-    std::unordered_map<std::string_view, Place> keys_; // views into the entries' own keys
-    mutable std::vector<Place> positions_;             // of the first entries, as far as they are known
+    KeyedSet<Place, KeyOf> keys_;
+    mutable std::vector<Place> positions_; // of the first entries, as far as they are known
 };
 
 } // namespace base

@@ -117,7 +117,12 @@ double Value::ToDouble() const {
                       content_);
 }
 
-std::string Value::ToText() const {
+std::string Value::ToText() && {
+    if (std::string* text = std::get_if<std::string>(&content_)) return std::move(*text);
+    return std::as_const(*this).ToText();
+}
+
+std::string Value::ToText() const& {
     return std::visit(Handle{[](std::monostate) { return std::string(); },
                              [](bool value) { return std::string(value ? "True" : "False"); },
                              [](std::int32_t value) { return std::to_string(value); },

@@ -48,7 +48,8 @@ public:
     double ToDouble() const;
     /// "True"/"False"; numbers in their shortest decimal form; dates as "m/d/yyyy h:mm:ss AM" (a part that is
     /// zero is left out); Empty is "".
-    std::string ToText() const;
+    std::string ToText() const&;
+    std::string ToText() &&;
     /// Text is read as ISO ("2024-03-01", "2024-03-01T14:05:00") or as month/day/year, day month-name year,
     /// with an optional time; numbers are days.
     Date ToDate() const;

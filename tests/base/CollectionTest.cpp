@@ -3,8 +3,10 @@
 #include "tests/base/RefusalOf.h"
 
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -74,6 +76,35 @@ TEST(Collection, ComparesKeysExactly) {
     EXPECT_EQ(*numbers.Find("key"), 2);
     EXPECT_EQ(*numbers.Find("key "), 3);
     EXPECT_EQ(numbers.Find("KEY"), nullptr);
+}
+
+TEST(Collection, HandsOutWhatIsTakenByKey) {
+    Collection<std::unique_ptr<int>> numbers;
+    numbers.Add(std::make_unique<int>(1), "one");
+    numbers.Add(std::make_unique<int>(2), "two");
+    const std::optional<std::unique_ptr<int>> taken = numbers.Take("one");
+    ASSERT_TRUE(taken);
+    EXPECT_EQ(**taken, 1);
+    EXPECT_EQ(numbers.Count(), 1u);
+    EXPECT_EQ(numbers.Find("one"), nullptr);
+    EXPECT_EQ(numbers.PositionOf("two"), 1u);
+    EXPECT_FALSE(numbers.Take("one"));
+}
+
+TEST(Collection, FindsItemsUnderTheKeysThatTheyKeep) {
+    Collection<std::shared_ptr<std::string>, std::string_view> names;
+    const auto add = [&](const char* text) {
+        auto name = std::make_shared<std::string>(text);
+        const std::string_view key = *name;
+        return names.Add(std::move(name), key);
+    };
+    const std::shared_ptr<std::string> first = add("a name too long to lie in the object itself");
+    add("short");
+    EXPECT_EQ(*names.Find("a name too long to lie in the object itself"), first);
+    EXPECT_EQ(RefusalOf([&] { add("short"); }).number, base::errors::DuplicateKey);
+    EXPECT_EQ(names.KeyAt(2), "short");
+    EXPECT_TRUE(names.Remove("a name too long to lie in the object itself"));
+    EXPECT_EQ(names.PositionOf("short"), 1u);
 }
 
 TEST(Collection, HoldsAnyNumberOfEntriesWithoutAKey) {
