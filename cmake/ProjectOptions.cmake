@@ -62,3 +62,17 @@ function(kvtm_add_tests name)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${arg_LABELS}")
   endif()
 endfunction()
+
+# Runs a program of tests on a display of its own, all its tests at once: starting it costs more than a test.
+# kvtm_run_on_display(NAME TIMEOUT seconds ENVIRONMENT ...)
+function(kvtm_run_on_display name)
+  cmake_parse_arguments(arg "" "TIMEOUT" "ENVIRONMENT" ${ARGN})
+  find_program(KVTM_XVFB_RUN xvfb-run)
+  if(KVTM_XVFB_RUN)
+    add_test(NAME ${name} COMMAND "${KVTM_XVFB_RUN}" -a -s "-screen 0 1280x900x24" $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES
+      LABELS stories TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${arg_ENVIRONMENT}")
+  else()
+    message(STATUS "xvfb-run is missing: ${name} is built, but not run")
+  endif()
+endfunction()
