@@ -79,6 +79,11 @@ public:
     /// Carries the action out from the event loop; `what` is told as progress meanwhile. What it refuses is
     /// told by Refused.
     void Do(Action action, const QString& what = {});
+    /// What changed until now is not told any more: everything is about to be drawn.
+    void ForgetChanges() {
+        dirty_ = {};
+        drawTimer_.stop();
+    }
     /// Everything is to be drawn anew, from the loop.
     void Redraw() {
         dirty_ = Parts::All();

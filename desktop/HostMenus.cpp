@@ -45,17 +45,6 @@ const ItemTraits* TraitsOf(std::string_view key) {
     return nullptr;
 }
 
-void Describe(QString& text, const std::vector<MenuItem>& items) {
-    for (const MenuItem& item : items) {
-        for (const std::string* field : {&item.key, &item.caption, &item.description})
-            text += ToQt(*field) + u'\x1f';
-        text += QLatin1Char(static_cast<char>('0' + item.enabled + 2 * item.visible + 4 * item.separator));
-        text += u'(';
-        Describe(text, item.items);
-        text += u')';
-    }
-}
-
 /// Entries that are shown, and where "more" stands among them (the number of entries: nowhere).
 struct Shown {
     std::vector<std::size_t> entries;
@@ -67,6 +56,20 @@ Shown Limited(std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
         if (!shown.more || i < mostEntries || i + lastEntries >= count) shown.entries.push_back(i);
     return shown;
+}
+
+/// What is drawn of the items, as a text to compare.
+void Describe(QString& text, const std::vector<MenuItem>& items) {
+    text += QString::number(items.size());
+    for (const std::size_t entry : Limited(items.size()).entries) {
+        const MenuItem& item = items[entry];
+        for (const std::string* field : {&item.key, &item.caption, &item.description})
+            text += ToQt(*field) + u'\x1f';
+        text += QLatin1Char(static_cast<char>('0' + item.enabled + 2 * item.visible + 4 * item.separator));
+        text += u'(';
+        Describe(text, item.items);
+        text += u')';
+    }
 }
 
 } // namespace
@@ -180,8 +183,10 @@ void HostMenus::ShowContextMenu(const QPoint& globalPosition) {
 
 void HostMenus::DrawToolbar() {
     const std::vector<arvon::host::model::Button> buttons = bridge_.Shown().Toolbar();
-    QString described;
-    for (const arvon::host::model::Button& button : buttons) {
+    const Shown shown = Limited(buttons.size());
+    QString described = QString::number(buttons.size());
+    for (const std::size_t entry : shown.entries) {
+        const arvon::host::model::Button& button = buttons[entry];
         for (const std::string* field : {&button.key, &button.toolTip, &button.picture})
             described += ToQt(*field) + u'\x1f';
         described += QLatin1Char(static_cast<char>('0' + button.visible + 2 * button.separator));
@@ -190,7 +195,6 @@ void HostMenus::DrawToolbar() {
     drawnToolbar_ = described;
     for (QAction* action : toolBar_.actions())
         delete action;
-    const Shown shown = Limited(buttons.size());
     for (std::size_t i = 0; i < shown.entries.size(); ++i) {
         if (shown.more && i == mostEntries)
             toolBar_.addAction(text::Of(text::window::More), this, [this] { more_(); });

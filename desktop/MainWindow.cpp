@@ -123,61 +123,6 @@ void MainWindow::BuildContent() {
     menus_->SetMore([this] { OpenFinder(); });
 }
 
-QAction* MainWindow::AddAction(QMenu& menu, const text::Own& caption, const text::Own& hint,
-                               const QKeySequence& keys) {
-    QAction* action = menu.addAction(QString());
-    text::Follow(action, [action, caption, hint] {
-        action->setText(text::Of(caption));
-        action->setStatusTip(text::Of(hint));
-    });
-    action->setShortcut(keys);
-    return action;
-}
-
-void MainWindow::BuildOwnMenu() {
-    viewMenu_ = menuBar()->addMenu(QString());
-    viewMenu_->setObjectName(QStringLiteral("mnuView"));
-    menus_->SetOwnMenu(viewMenu_->menuAction());
-
-    connect(
-        AddAction(*viewMenu_, text::window::Find, text::window::FindHint, QKeySequence(Qt::CTRL | Qt::Key_K)),
-        &QAction::triggered, this, &MainWindow::OpenFinder);
-    connect(AddAction(*viewMenu_, text::window::Filter, text::window::FilterHint, QKeySequence::Find),
-            &QAction::triggered, this, [this] {
-                ShowView({});
-                programs_->FocusFilter();
-            });
-    viewMenu_->addSeparator();
-    taskPaneSwitch_ =
-        AddAction(*viewMenu_, text::window::TaskPane, text::window::TaskPaneHint, QKeySequence(Qt::Key_F9));
-    taskPaneSwitch_->setCheckable(true);
-    taskPaneSwitch_->setChecked(true);
-    connect(taskPaneSwitch_, &QAction::toggled, this, [this] { DrawTaskPane(); });
-    viewMenu_->addAction(toolBar_->toggleViewAction());
-    trace_ = viewMenu_->addSeparator(); // the trace's switch stands before it
-    languages_ = new LanguageMenu(bridge_, viewMenu_);
-    viewMenu_->addMenu(languages_);
-    unload_ = AddAction(*viewMenu_, text::window::Unload, text::window::UnloadHint,
-                        QKeySequence(Qt::CTRL | Qt::Key_W));
-    connect(unload_, &QAction::triggered, this, &MainWindow::UnloadVantor);
-    viewMenu_->addSeparator();
-    connect(
-        AddAction(*viewMenu_, text::window::Quit, text::window::QuitHint, QKeySequence(Qt::CTRL | Qt::Key_Q)),
-        &QAction::triggered, this, &QWidget::close);
-    text::Follow(this, [this] { Retranslate(); });
-}
-
-void MainWindow::Retranslate() {
-    toolBar_->setWindowTitle(text::Of(text::window::ToolBar));
-    toolBar_->setAccessibleName(toolBar_->windowTitle());
-    QAction* toolBarSwitch = toolBar_->toggleViewAction(); // takes the title of its own accord
-    toolBarSwitch->setText(text::Of(text::window::ToolBarSwitch));
-    toolBarSwitch->setStatusTip(text::Of(text::window::ToolBarHint));
-    progress_->setAccessibleName(text::Of(text::status::Busy));
-    viewMenu_->setTitle(text::Of(text::window::ViewMenu));
-    viewMenu_->menuAction()->setStatusTip(text::Of(text::window::ViewMenuHint));
-}
-
 void MainWindow::Connect() {
     connect(&bridge_, &HostBridge::Changed, this, &MainWindow::Draw);
     connect(&bridge_, &HostBridge::Progress, this, &MainWindow::ShowProgress);
@@ -219,6 +164,7 @@ void MainWindow::AddTrace(QDockWidget* trace) {
 }
 
 void MainWindow::Begin() {
+    bridge_.ForgetChanges();
     Draw(Parts::All());
     OpenAsLeft();
     begun_ = true;

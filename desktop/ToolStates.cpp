@@ -28,10 +28,7 @@ QString CommandLineOf(const QString& path, const QString& arguments) {
 } // namespace
 
 ToolStates::ToolStates(HostBridge& bridge)
-    : bridge_(bridge), paths_(platform::FilePaths::CreateFor(bridge.Host().Installation())) {
-    ReadTools();
-    ReadLoaded();
-}
+    : bridge_(bridge), paths_(platform::FilePaths::CreateFor(bridge.Host().Installation())) {}
 
 ToolStates::~ToolStates() = default;
 

@@ -27,7 +27,7 @@ struct ToolState {
 };
 
 /// Which tools run, which are loaded, and which cannot be used, from the host's model and from the files on
-/// disk. Files are looked for when first asked about.
+/// disk. Knows nothing before the first Refresh. Files are looked for when first asked about.
 class ToolStates {
 public:
     explicit ToolStates(HostBridge& bridge);
