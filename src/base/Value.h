@@ -34,6 +34,13 @@ public:
     Value(std::string value) { TakeText(std::move(value)); }
     Value(std::string_view value) { TakeText(std::string(value)); }
     Value(const char* value) { TakeText(value); }
+    /// A text that is shared, not copied, where it is long.
+    explicit Value(const std::shared_ptr<const std::string>& value) {
+        if (value->size() < LongText::From)
+            content_ = *value;
+        else
+            content_ = LongText(value);
+    }
     Value(std::shared_ptr<Object> value) : content_(std::move(value)) {}
 
     Kind GetKind() const noexcept {
@@ -72,6 +79,7 @@ private:
     public:
         static constexpr std::size_t From = 1024; // bytes
         explicit LongText(std::string text) : text_(std::make_shared<const std::string>(std::move(text))) {}
+        explicit LongText(std::shared_ptr<const std::string> text) : text_(std::move(text)) {}
         const std::string& Get() const noexcept;
         operator const std::string&() const noexcept { return Get(); }
 

@@ -6,6 +6,7 @@
 #include "platform/Services.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -283,7 +284,11 @@ private:
     std::string SetOptionValue(const RequestRef& request);
     std::string SetOptionDefault(std::string_view sToolID, std::string_view sOptionName,
                                  std::string_view sOptionValue);
-    void NewOptions(std::string_view sOptionsXML);
+    /// Saves the options document, whose text it is, and makes the notice while the disk is waited for.
+    void SaveAndTell(const std::shared_ptr<const std::string>& options);
+    /// `body`: of the notice, where it was made already.
+    void NewOptions(const base::Value& sOptionsXML, base::Value body = {});
+    RequestRef NoticeOfOptions(const base::Value& sOptionsXML);
     /// GetOptionValue for the component's own use.
     std::string ReadOption(std::string_view sToolID, std::string_view sOptionName);
     std::string OptionsFile() const;
@@ -291,8 +296,9 @@ private:
     std::optional<std::string> AskDataService(const std::string& query);
     void EnterDefaultPrinter(OptionsDocument& document);
     void LoadOptionsDocument();
-    /// Writes the options document to its file; its text.
-    std::shared_ptr<const std::string> SaveOptionsDocument();
+    /// Writes the options document, whose text it is, to its file; may call `work` while the disk is waited
+    /// for.
+    void SaveOptionsDocument(const std::string& sOptionsXML, const std::function<void()>& work);
     std::string RequiredText(const RequestRef& request, std::string_view parameter,
                              std::string_view sProc) const;
     base::ComponentError MissingOption(std::string_view sProc, std::string_view sToolID,

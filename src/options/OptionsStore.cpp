@@ -161,7 +161,7 @@ std::string ToolMain::SetOptionValue(const RequestRef& request) {
         if (!value) throw MissingValue(proc, sOptionName);
         m_oOptionsDoc->SetText(value, sOptionValue);
         SetSecureOptions(*m_oOptionsDoc);
-        NewOptions(*SaveOptionsDocument());
+        SaveAndTell(m_oOptionsDoc->Text());
         return std::string(affirmed);
     });
 }
@@ -176,29 +176,39 @@ std::string ToolMain::SetOptionDefault(std::string_view sToolID, std::string_vie
     return SetOptionValue(request);
 }
 
-std::shared_ptr<const std::string> ToolMain::SaveOptionsDocument() {
-    const std::shared_ptr<const std::string> text = m_oOptionsDoc->Text();
+void ToolMain::SaveAndTell(const std::shared_ptr<const std::string>& options) {
+    const base::Value sOptionsXML(options);
+    base::Value body; // what cannot be made now is made, or reported, when it is sent
+    SaveOptionsDocument(*options, [&] {
+        if (m_asSubscribers.size() > 1) Skipping([&] { body = NoticeOfOptions(sOptionsXML)->Xml(); });
+    });
+    NewOptions(sOptionsXML, std::move(body));
+}
+
+void ToolMain::SaveOptionsDocument(const std::string& sOptionsXML, const std::function<void()>& work) {
     m_oToolOptions = std::make_unique<ToolOptions>(m_oServices);
     if (m_oOptionsDoc->HasSoundSets()) {
-        m_oToolOptions->SaveText(*text, OptionsFile()); // records that nobody asks for are not made
+        m_oToolOptions->SaveText(sOptionsXML, OptionsFile(),
+                                 work); // records that nobody asks for are not made
     } else {
-        m_oToolOptions->Load(*text);
-        m_oToolOptions->SaveOrThrow(*text, OptionsFile());
+        m_oToolOptions->Load(sOptionsXML);
+        m_oToolOptions->SaveOrThrow(sOptionsXML, OptionsFile());
     }
-    return text;
+}
+
+RequestRef ToolMain::NoticeOfOptions(const base::Value& sOptionsXML) {
+    RequestRef notice = NewRequest(request::NewOptions);
+    notice->Parameters().Add(arvon::ParameterType::Text, parameter::Options, sOptionsXML, true);
+    return notice;
 }
 
 // The notice is the same for all: its text, as large as the options, is made once and shared.
-void ToolMain::NewOptions(std::string_view sOptionsXML) {
+void ToolMain::NewOptions(const base::Value& sOptionsXML, base::Value body) {
     const std::vector<std::string> subscribers(m_asSubscribers.begin() + 1, m_asSubscribers.end());
     RequestRef notice;
-    base::Value body;
     for (const std::string& subscriber : subscribers) {
         if (!m_oFramework->Router()->IsRegistered(subscriber)) continue;
-        if (!notice) {
-            notice = NewRequest(request::NewOptions);
-            AddText(notice->Parameters(), parameter::Options, sOptionsXML);
-        }
+        if (body.IsEmpty() && !notice) notice = NoticeOfOptions(sOptionsXML);
         Guarded("SendRequestToOwner", [&] {
             if (body.IsEmpty()) body = notice->Xml();
             SendBodyToOwner(body, subscriber);

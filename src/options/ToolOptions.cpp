@@ -119,12 +119,13 @@ void ToolOptions::SaveOrThrow(std::string_view OptionSchema, std::string_view UR
             record->WriteProperties();
         }
     }
-    SaveText(document.Text(), URLPath);
+    services_.files->Replace(services_.filePaths->ToSystem(URLPath), document.Text());
     Load(OptionSchema);
 }
 
-void ToolOptions::SaveText(std::string_view text, std::string_view URLPath) {
-    services_.files->Replace(services_.filePaths->ToSystem(URLPath), text);
+void ToolOptions::SaveText(std::string_view text, std::string_view URLPath,
+                           const std::function<void()>& work) {
+    services_.files->ReplaceWhile(services_.filePaths->ToSystem(URLPath), text, work);
 }
 
 bool ToolOptions::AreSound(const XmlNode& sets) {

@@ -5,6 +5,7 @@
 #include "options/ToolOption.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -70,7 +71,8 @@ private:
     void Remove(std::string_view key) noexcept;
     void LoadOrThrow(std::string_view OptionSchema);
     void SaveOrThrow(std::string_view OptionSchema, std::string_view URLPath);
-    void SaveText(std::string_view text, std::string_view URLPath);
+    /// Calls `work` while the disk is waited for.
+    void SaveText(std::string_view text, std::string_view URLPath, const std::function<void()>& work);
     /// Whether Load reads every set below a "ToolOptions" element, and Save then finds every value in it. No
     /// sets at all are as well. A false may be too strict.
     static bool AreSound(const base::XmlNode& sets);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,6 +24,13 @@ public:
     /// flushed. After a crash the file is the old one or the new one. Mode and, where `file` is a symbolic
     /// link, the link stay; on failure the old file is whole and nothing is left beside it.
     virtual void Replace(const std::filesystem::path& file, std::string_view content) = 0;
+    /// Replaces, and calls `work` once, in the caller's thread: while the disk is waited for, where that can
+    /// be. Throws what Replace throws, `work` called or not; else what `work` throws, the file replaced.
+    virtual void ReplaceWhile(const std::filesystem::path& file, std::string_view content,
+                              const std::function<void()>& work) {
+        Replace(file, content);
+        work();
+    }
 };
 
 } // namespace platform

@@ -70,6 +70,27 @@ TEST_F(Subscribers, AreNotToldOfAWriteThatFailed) {
     EXPECT_TRUE(subscriber->notices.empty());
 }
 
+TEST_F(Subscribers, AreNotToldOfAWriteThatTheDiskRefused) {
+    const auto subscriber = Subscribe("S");
+    const std::filesystem::path path = installation.File(file);
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(Set("a", "n", "2"), "False");
+    ClaimReport("SetOptionValue");
+    EXPECT_TRUE(subscriber->notices.empty());
+}
+
+TEST_F(Subscribers, AreToldWhereTheNoticeCouldNotBeMadeAtFirst) {
+    const auto subscriber = Subscribe("S");
+    const RequestRef write = Probe().NewRequest(request::SetOptionValue);
+    for (const auto& [name, value] : {std::pair{"ToolID", "a"}, {"OptionName", "n"}, {"OptionValue", "2"}})
+        write->Parameters().Add(arvon::ParameterType::Text, name, value, true);
+    ASSERT_NE(Get("0", ""), "False"); // read before written
+    host->FailNext("NewRequest", 1);
+    EXPECT_EQ(Probe().SetOptionValue(write), "True");
+    EXPECT_THAT(subscriber->notices, ElementsAre(With("2")));
+}
+
 TEST_F(Subscribers, WhoAreNotRegisteredAreSkippedAndKept) {
     tool->AddSubscriber("S");
     EXPECT_EQ(Set("a", "n", "2"), "True");

@@ -2,14 +2,17 @@
 
 #include "platform/linux/FileCalls.h"
 #include "platform/linux/SystemError.h"
+#include "platform/linux/Threads.h"
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <climits>
+#include <exception>
 #include <fcntl.h>
 #include <optional>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -110,7 +113,29 @@ public:
         FlushFolder(folder);
     }
 
+    void ReplaceWhile(const fs::path& file, std::string_view content,
+                      const std::function<void()>& work) override {
+        std::exception_ptr refusal;
+        std::thread saving;
+        const auto save = [&] { refusal = Caught([&] { Replace(file, content); }); };
+        if (const std::exception_ptr noThread = Caught([&] { saving = StartThread(save); })) save();
+        const std::exception_ptr failure = Caught(work);
+        if (saving.joinable()) saving.join();
+        if (refusal) std::rethrow_exception(refusal);
+        if (failure) std::rethrow_exception(failure);
+    }
+
 private:
+    /// What the step throws.
+    template <class Step> static std::exception_ptr Caught(const Step& step) noexcept {
+        try {
+            step();
+            return nullptr;
+        } catch (...) {
+            return std::current_exception();
+        }
+    }
+
     static void RefuseNul(const fs::path& file, std::string_view action) {
         if (file.native().find('\0') != std::string::npos)
             throw FileError(base::errors::FileAccess, action, file.c_str(), "the name holds a NUL");

@@ -1,12 +1,13 @@
 #include "platform/linux/PrinterQuery.h"
 
+#include "platform/linux/Threads.h"
+
 #include <atomic>
 #include <condition_variable>
 #include <csignal>
 #include <cups/cups.h>
 #include <dlfcn.h>
 #include <mutex>
-#include <pthread.h>
 #include <thread>
 
 namespace platform {
@@ -96,26 +97,17 @@ void StayLoaded() {
 PrinterQuery::PrinterQuery(std::chrono::milliseconds patience) : shared_(std::make_shared<Shared>()) {
     InitialiseOnce();
     shared_->patience = patience;
-    sigset_t all, before;
-    ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &before); // the host's signals are for the host's threads
-    try {
-        shared_->thread = std::thread([shared = shared_] {
-            std::optional<PrinterAnswer> answer;
-            try {
-                answer = Ask(shared->patience, shared->cancelled);
-            } catch (...) { // no memory: no answer
-            }
-            const std::lock_guard lock(shared->mutex);
-            shared->answer = std::move(answer);
-            shared->isSettled = true;
-            shared->settled.notify_all();
-        });
-    } catch (...) {
-        ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
-        throw;
-    }
-    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    shared_->thread = StartThread([shared = shared_] {
+        std::optional<PrinterAnswer> answer;
+        try {
+            answer = Ask(shared->patience, shared->cancelled);
+        } catch (...) { // no memory: no answer
+        }
+        const std::lock_guard lock(shared->mutex);
+        shared->answer = std::move(answer);
+        shared->isSettled = true;
+        shared->settled.notify_all();
+    });
 }
 
 PrinterQuery::~PrinterQuery() {
