@@ -65,11 +65,12 @@ TEST(XmlBounds, EndElementsWithVeryManyAttributes) {
 }
 
 TEST(XmlBounds, CountAttributesOnlyWhereTheyAre) {
-    const std::string many = Repeated(" a='b' ", 1000);
+    const std::string attributes = Repeated(" a='b' ", 1000);
     for (const std::string& text :
-         {"<a>" + many + "</a>", "<a><!-- <b" + many + "--></a>", "<a><![CDATA[<b" + many + "]]></a>",
-          "<a><?p <b" + many + "?></a>", "<?p <b" + many + "?><a/>", "<a b=\"" + many + "\"/>",
-          "<!-- <b" + many + "--><a b='&lt;" + "====" + "'/>"})
+         {"<a>" + attributes + "</a>", "<a><!-- <b" + attributes + "--></a>",
+          "<a><![CDATA[<b" + attributes + "]]></a>", "<a><?p <b" + attributes + "?></a>",
+          "<?p <b" + attributes + "?><a/>", "<a b=\"" + attributes + "\"/>",
+          "<!-- <b" + attributes + "--><a b='&lt;" + "====" + "'/>"})
         EXPECT_EQ(ReasonFor(text), "");
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/ComponentError.h"
 #include "base/XmlDocument.h"
+#include "tests/desktop_controls/OptionTexts.h"
 
 #include <gmock/gmock.h>
 
@@ -15,16 +16,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-OptionSheet Sheet(const std::string& text) {
-    OptionSheet sheet;
-    sheet.Load(text);
-    return sheet;
-}
-
-std::string Option(const std::string& name, const std::string& value) {
-    return "<Option><Name>" + name + "</Name><Value>" + value + "</Value></Option>";
-}
 
 std::string Tool(const std::string& id, const std::string& options) {
     return "<Tool ID=\"" + id + "\">" + options + "</Tool>";

@@ -1,5 +1,5 @@
 #include "base/ComponentError.h"
-#include "desktop/controls/OptionSheet.h"
+#include "tests/desktop_controls/OptionTexts.h"
 #include "tests/desktop_controls/OptionsPanelFixture.h"
 
 #include <gmock/gmock.h>
@@ -15,14 +15,6 @@ using testing::Not;
 
 std::string Options(const std::string& inside) {
     return "<Options><Tool ID=\"A\"><DisplayName>Layout</DisplayName>" + inside + "</Tool></Options>";
-}
-std::string Option(const std::string& name, const std::string& value) {
-    return "<Option><Name>" + name + "</Name><Value>" + value + "</Value></Option>";
-}
-OptionSheet Sheet(const std::string& text) {
-    OptionSheet sheet;
-    sheet.Load(text);
-    return sheet;
 }
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {
     return text.replace(text.find(from), from.size(), to);

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr const char* Variable = "ARVON_DEBUG_OUTPUT";
+constexpr const char* debugVariable = "ARVON_DEBUG_OUTPUT";
 
 TEST(DebugOutput, WritesLinesToStandardErrorWhenAskedTo) {
-    const TestVariable setting(Variable, "1");
+    const TestVariable setting(debugVariable, "1");
     const auto output = platform::DebugOutput::Create();
     testing::internal::CaptureStderr();
     output->Write("one");
@@ -19,7 +19,7 @@ TEST(DebugOutput, WritesLinesToStandardErrorWhenAskedTo) {
 }
 
 TEST(DebugOutput, WritesNothingOtherwise) {
-    const TestVariable setting(Variable, nullptr);
+    const TestVariable setting(debugVariable, nullptr);
     testing::internal::CaptureStderr();
     platform::DebugOutput::Create()->Write("one");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");

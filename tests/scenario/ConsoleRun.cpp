@@ -22,7 +22,7 @@ std::string Short(const Json& line) {
     return is;
 }
 
-std::vector<std::string> Texts(const std::vector<Json>& lines, const char* member) {
+std::vector<std::string> TextsUnder(const std::vector<Json>& lines, const char* member) {
     std::vector<std::string> texts;
     for (const Json& line : lines)
         texts.push_back(line.at(member));
@@ -65,15 +65,15 @@ std::vector<std::string> Transcript::Reports() const {
 }
 
 std::vector<std::string> Transcript::Replies() const {
-    return Texts(Of("reply"), "text");
+    return TextsUnder(Of("reply"), "text");
 }
 
 std::vector<std::string> Transcript::Errors() const {
-    return Texts(Of("error"), "text");
+    return TextsUnder(Of("error"), "text");
 }
 
 std::vector<std::string> Transcript::Boxes() const {
-    return Texts(Of("messageBox"), "text");
+    return TextsUnder(Of("messageBox"), "text");
 }
 
 Json Transcript::State(std::string_view what) const {
