@@ -187,9 +187,8 @@ void ToolMain::SaveAndTell(const std::shared_ptr<const std::string>& options) {
 
 void ToolMain::SaveOptionsDocument(const std::string& sOptionsXML, const std::function<void()>& work) {
     m_oToolOptions = std::make_unique<ToolOptions>(m_oServices);
-    if (m_oOptionsDoc->HasSoundSets()) {
-        m_oToolOptions->SaveText(sOptionsXML, OptionsFile(),
-                                 work); // records that nobody asks for are not made
+    if (m_oOptionsDoc->HasSoundSets()) { // records that nobody asks for are not made
+        m_oToolOptions->SaveText(sOptionsXML, OptionsFile(), work);
     } else {
         m_oToolOptions->Load(sOptionsXML);
         m_oToolOptions->SaveOrThrow(sOptionsXML, OptionsFile());

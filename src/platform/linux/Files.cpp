@@ -118,7 +118,7 @@ public:
         std::exception_ptr refusal;
         std::thread saving;
         const auto save = [&] { refusal = Caught([&] { Replace(file, content); }); };
-        if (const std::exception_ptr noThread = Caught([&] { saving = StartThread(save); })) save();
+        if (Caught([&] { saving = StartThread(save); })) save(); // no more threads: one after the other
         const std::exception_ptr failure = Caught(work);
         if (saving.joinable()) saving.join();
         if (refusal) std::rethrow_exception(refusal);
