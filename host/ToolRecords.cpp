@@ -15,12 +15,13 @@ namespace {
 
 constexpr std::string_view xmlMember = "XML";
 
-bool SameMember(std::string_view left, std::string_view right) {
-    const auto lower = [](char character) {
-        return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
+/// `member` is made of letters only: upper and lower case of each differ in one bit.
+bool SameMember(std::string_view asked, std::string_view member) {
+    constexpr unsigned caseBit = 'a' - 'A';
+    const auto same = [](char a, char b) {
+        return (static_cast<unsigned char>(a) | caseBit) == (static_cast<unsigned char>(b) | caseBit);
     };
-    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
-                                                     [&](char a, char b) { return lower(a) == lower(b); });
+    return asked.size() == member.size() && std::equal(asked.begin(), asked.end(), member.begin(), same);
 }
 
 constexpr auto members = [] {
@@ -30,11 +31,8 @@ constexpr auto members = [] {
 }();
 
 std::optional<ToolField> FieldOf(std::string_view member) {
-    auto found = std::find(members.begin(), members.end(), member); // nearly always written just so
-    if (found == members.end()) {
-        found = std::find_if(members.begin(), members.end(),
-                             [member](std::string_view other) { return SameMember(member, other); });
-    }
+    const auto found = std::find_if(members.begin(), members.end(),
+                                    [member](std::string_view other) { return SameMember(member, other); });
     if (found == members.end()) return {};
     return static_cast<ToolField>(found - members.begin());
 }

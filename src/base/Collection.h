@@ -25,7 +25,7 @@ namespace base {
 template <class T, class Key = std::string> class Collection {
     struct Entry {
         T item;
-        Key key;
+        Key key = {};
         std::size_t position = 0; // meaningful only while positions_[position - 1] is this entry
     };
     using Entries = std::list<Entry>;
@@ -131,14 +131,16 @@ public:
 
 private:
     T& InsertAt(Place before, T item, std::string_view key) {
+        if (before != entries_.end()) ForgetPositionsFrom(before);
+        if (key.empty()) return entries_.emplace(before, std::move(item))->item;
+
         Entries made; // stays out of the collection when its key is refused
-        made.push_back(Entry{std::move(item), Key(key)});
+        made.emplace_back(std::move(item), Key(key));
         const Place added = made.begin();
-        if (!key.empty() && !keys_.insert(added).second) {
+        if (!keys_.insert(added).second) {
             throw ComponentError(errors::DuplicateKey, "Collection",
                                  "the key \"" + std::string(key) + "\" is already in the collection");
         }
-        if (before != entries_.end()) ForgetPositionsFrom(before);
         entries_.splice(before, made);
         return added->item;
     }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace base {
@@ -31,16 +32,13 @@ public:
     Value(std::int32_t value) : content_(value) {}
     Value(double value) : content_(value) {}
     Value(Date value) : content_(value) {}
-    Value(std::string value) { TakeText(std::move(value)); }
-    Value(std::string_view value) { TakeText(std::string(value)); }
-    Value(const char* value) { TakeText(value); }
+    Value(const std::string& value) : content_(TextContent(value)) {}
+    Value(std::string&& value) : content_(TextContent(std::move(value))) {}
+    Value(std::string_view value) : content_(TextContent(value)) {}
+    Value(const char* value) : content_(TextContent(std::string_view(value))) {}
     /// A text that is shared, not copied, where it is long.
-    explicit Value(const std::shared_ptr<const std::string>& value) {
-        if (value->size() < LongText::From)
-            content_ = *value;
-        else
-            content_ = LongText(value);
-    }
+    explicit Value(const std::shared_ptr<const std::string>& value)
+        : content_(value->size() < LongText::From ? Content(*value) : Content(LongText(value))) {}
     Value(std::shared_ptr<Object> value) : content_(std::move(value)) {}
 
     Kind GetKind() const noexcept {
@@ -87,17 +85,17 @@ private:
         std::shared_ptr<const std::string> text_;
     };
 
-    void TakeText(std::string text) {
+    // in the order of the kinds; LongText stands for a text as well
+    using Content = std::variant<std::monostate, bool, std::int32_t, double, std::string, Date,
+                                 std::shared_ptr<Object>, LongText>;
+
+    template <class Text> static Content TextContent(Text&& text) {
         if (text.size() < LongText::From)
-            content_ = std::move(text);
-        else
-            content_ = LongText(std::move(text));
+            return Content(std::in_place_type<std::string>, std::forward<Text>(text));
+        return Content(std::in_place_type<LongText>, std::string(std::forward<Text>(text)));
     }
 
-    // in the order of the kinds; LongText stands for a text as well
-    std::variant<std::monostate, bool, std::int32_t, double, std::string, Date, std::shared_ptr<Object>,
-                 LongText>
-        content_;
+    Content content_;
 };
 
 /// The number at the start of a text (blanks skipped, rest ignored), 0 when there is none: never fails.

@@ -1,7 +1,10 @@
 #include "catalogue/RecordSort.h"
 
 #include <algorithm>
+#include <array>
+#include <compare>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -44,9 +47,11 @@ std::vector<Sortable<std::uint64_t>> StartsOf(const Texts& texts) {
     std::vector<Sortable<std::uint64_t>> starts;
     starts.reserve(texts.size());
     for (const std::string& text : texts) {
+        std::array<unsigned char, sizeof(std::uint64_t)> bytes = {};
+        std::memcpy(bytes.data(), text.data() + common, std::min(text.size() - common, bytes.size()));
         std::uint64_t start = 0;
-        for (std::size_t at = common; at < common + sizeof start; ++at)
-            start = start << 8 | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
+        for (const unsigned char byte : bytes)
+            start = start << 8 | byte;
         starts.push_back({start, starts.size()});
     }
     return starts;
@@ -70,9 +75,14 @@ std::vector<Sortable<base::Date>> ReadDates(const Records& records, const Record
     return dates;
 }
 
-template <class Start, class GoesBefore>
-ToolCollection InOrder(Records records, std::vector<Sortable<Start>> sortables, GoesBefore goesBefore) {
-    std::stable_sort(sortables.begin(), sortables.end(), goesBefore);
+/// `compare(left, right)` is below 0 where left goes first, 0 where both stay as they were listed.
+template <class Start, class Compare>
+ToolCollection InOrder(Records records, std::vector<Sortable<Start>> sortables, Compare compare) {
+    using Element = Sortable<Start>;
+    std::sort(sortables.begin(), sortables.end(), [&](const Element& left, const Element& right) {
+        const auto order = compare(left, right);
+        return order != 0 ? order < 0 : left.index < right.index;
+    });
     ToolCollection sorted;
     for (const Sortable<Start>& next : sortables)
         sorted.Add(std::move(records[next.index]));
@@ -88,7 +98,7 @@ ToolCollection SortRecords(const ToolCollection& collection, const RecordOrder& 
     if (order.asDates && !order.descending) {
         auto dates = ReadDates(records, order);
         return InOrder(std::move(records), std::move(dates),
-                       [](const Date& left, const Date& right) { return left.start < right.start; });
+                       [](const Date& left, const Date& right) { return left.start <=> right.start; });
     }
     const Texts texts = ReadTexts(records, order);
     if (order.asDates) { // nothing is decided
@@ -97,14 +107,15 @@ ToolCollection SortRecords(const ToolCollection& collection, const RecordOrder& 
             unchanged.Add(std::move(record));
         return unchanged;
     }
-    const auto isLess = [&](const Text& left, const Text& right) {
-        return left.start != right.start ? left.start < right.start : texts[left.index] < texts[right.index];
+    const auto compare = [&](const Text& left, const Text& right) {
+        const std::strong_ordering starts = left.start <=> right.start;
+        return starts != 0 ? starts : texts[left.index] <=> texts[right.index];
     };
     if (order.descending) {
         return InOrder(std::move(records), StartsOf(texts),
-                       [&](const Text& left, const Text& right) { return isLess(right, left); });
+                       [&](const Text& left, const Text& right) { return compare(right, left); });
     }
-    return InOrder(std::move(records), StartsOf(texts), isLess);
+    return InOrder(std::move(records), StartsOf(texts), compare);
 }
 
 } // namespace kvtm
