@@ -26,6 +26,17 @@ if(KVTM_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# The allocator of a host that fills lists, menus and toolbars with thousands of small items: it takes two thirds of the
+# time that the C library's takes. The sanitizers bring one of their own.
+function(kvtm_use_fast_allocator name)
+  if(NOT KVTM_SANITIZE)
+    find_package(mimalloc REQUIRED)
+    # nothing calls it by name
+    target_link_libraries(${name} PRIVATE
+      "-Wl,--push-state,--no-as-needed,$<TARGET_FILE:mimalloc>,--pop-state")
+  endif()
+endfunction()
+
 # What the tests are made of themselves goes without the checks of every single pointer: they double the time to compile
 # it. A null pointer still ends the program, and what is tested keeps all checks.
 function(kvtm_sanitize_tests name)
