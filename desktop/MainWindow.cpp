@@ -23,6 +23,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -55,7 +56,7 @@ MainWindow::MainWindow(HostBridge& bridge, const QString& layoutFile)
     BuildContent();
     BuildOwnMenu();
     Connect();
-    resize(1040, 640);
+    resize(QSize(1040, 640).boundedTo(screen()->availableSize()));
 }
 
 MainWindow::~MainWindow() {

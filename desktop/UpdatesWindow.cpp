@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -30,7 +31,7 @@ UpdatesWindow::UpdatesWindow(const HostBridge& bridge, QWidget* parent)
     layout->addWidget(title_);
     layout->addWidget(page_, 1);
     layout->addWidget(buttons);
-    resize(760, 320);
+    resize(QSize(760, 320).boundedTo(screen()->availableSize()));
 }
 
 void UpdatesWindow::Offer(const std::string& answer) {
