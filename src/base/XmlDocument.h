@@ -94,9 +94,10 @@ public:
     static constexpr std::size_t MaximumBytes = std::size_t{256} << 20;
     static constexpr int MaximumDepth = 256;
     /// Further bounds of what is read: attributes of one element, namespaces in scope at one place, different
-    /// names (and texts of up to three bytes). The parser takes quadratic time in each of them.
+    /// names (and texts of up to three bytes). The parser takes quadratic time in each of them, and looks for
+    /// a namespace at every attribute, level by level.
     static constexpr int MaximumAttributes = 256;
-    static constexpr int MaximumNamespaces = 256;
+    static constexpr int MaximumNamespaces = 32;
     static constexpr int MaximumNames = 65536;
     /// Bytes of an XPath expression.
     static constexpr std::size_t MaximumExpression = std::size_t{64} << 10;

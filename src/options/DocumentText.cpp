@@ -77,10 +77,6 @@ void DocumentText::Clear() noexcept {
     parts_ = {};
 }
 
-std::size_t DocumentText::Bytes() const noexcept {
-    return (text_ ? text_->capacity() : 0) + parts_.capacity() * sizeof(Part);
-}
-
 void DocumentText::WriteWhole(const base::XmlDocument& document) {
     std::string text;
     if (document.HasDeclaration()) text = base::WriteXmlDeclaration(*document.Raw());

@@ -21,7 +21,6 @@ public:
     void OnChanged(const _xmlNode* node);
     void Clear() noexcept;
 
-    std::size_t Bytes() const noexcept;
 
 private:
     /// A topmost "Tool" element and its place in the text.

@@ -53,7 +53,6 @@ public:
 
     /// What stands beside the tree.
     std::size_t IndexBytes() const noexcept { return index_.Bytes(); }
-    std::size_t TextBytes() const noexcept { return text_.Bytes(); }
 
 private:
     void MakeIndex() const;

@@ -47,8 +47,10 @@ TEST(XmlBounds, AllowElementsToADepth) {
 }
 
 TEST(XmlBounds, EndVeryDeepTexts) {
-    for (const char* level : {"<a>", "<a b='c'>", "<a xmlns:p='u'>", "<a>\n<b/>", "<p:a xmlns:p='u'>"})
+    for (const char* level : {"<a>", "<a b='c'>", "<a>\n<b/>"})
         EXPECT_NE(ReasonFor(Repeated(level, 100'000)).find("nested"), std::string::npos);
+    for (const char* level : {"<a xmlns:p='u'>", "<p:a xmlns:p='u'>"})
+        EXPECT_NE(ReasonFor(Repeated(level, 100'000)).find("namespaces"), std::string::npos);
 }
 
 TEST(XmlBounds, EndElementsWithVeryManyAttributes) {

@@ -10,6 +10,9 @@
 #include <csignal>
 #include <dlfcn.h>
 #include <optional>
+#include <string>
+#include <thread>
+#include <vector>
 
 using platform::Printers;
 using Manner = PrinterServer::Manner;
@@ -113,7 +116,7 @@ TEST_F(PrintersTest, AsksOneQuestionAtATime) {
     PrinterServer& silent = Serve(Manner::Dribbling);
     EXPECT_FALSE(printers->Enumerate(4));
     const int before = silent.Connections();
-    EXPECT_LT(SecondsOf([&] { EXPECT_FALSE(printers->Enumerate(4)); }), Bound);
+    EXPECT_LT(SecondsOf([&] { EXPECT_FALSE(printers->Enumerate(4)); }), 0.5) << "waited for a moment ago";
     EXPECT_EQ(silent.Connections(), before) << "the first question is still under way";
 }
 
@@ -123,8 +126,12 @@ TEST_F(PrintersTest, RecoversWhenTheServerDoes) {
     server.reset();
     variable.reset();
     Serve(Manner::Serving, {"Alpha"});
-    auto names = printers->Enumerate(4);
-    if (!names) names = printers->Enumerate(4); // the old question may have taken up the first wait
+    std::optional<std::vector<std::string>> names;
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!names && std::chrono::steady_clock::now() < deadline) { // the old question has to end first
+        names = printers->Enumerate(4);
+        if (!names) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
     EXPECT_EQ(names, Names{"Alpha"});
 }
 

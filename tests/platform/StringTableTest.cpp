@@ -126,6 +126,14 @@ TEST(StringTable, StaysQuickWhateverCountsAreClaimed) {
     EXPECT_FALSE(StringTable(ModuleBuilder::WithSection(false, section)).Find(1));
 }
 
+TEST(StringTable, RefusesMoreSectionsThanALibraryMayHave) {
+    std::string module = ModuleBuilder().Block(1, 0, {u"abc"}).Build(false);
+    const std::size_t count = static_cast<unsigned char>(module[0x3C]) + 6u;
+    ASSERT_EQ(TextOf(StringTable(module), 0), u"abc");
+    module[count + 1] = 1; // 256 and more
+    EXPECT_FALSE(StringTable(module).Find(0));
+}
+
 TEST(StringTable, IgnoresWhatIsNoStringBlock) {
     const std::uint32_t below = ModuleBuilder::Below;
     // A string type without a directory; a block by name; block numbers that no string has; a language that

@@ -36,6 +36,10 @@ int FileCalls::ChangeOwner(int file, uid_t owner, gid_t group) {
 int FileCalls::ChangeMode(int file, mode_t mode) {
     return ::fchmod(file, mode);
 }
+int FileCalls::StartFlush(int file) {
+    return ::sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
+}
+
 int FileCalls::Flush(int file) {
     return ::fsync(file);
 }

@@ -25,6 +25,7 @@ public:
     virtual int Truncate(int file, off_t size);
     virtual int ChangeOwner(int file, uid_t owner, gid_t group);
     virtual int ChangeMode(int file, mode_t mode);
+    virtual int StartFlush(int file); // lets the disk begin; the wait is Flush's
     virtual int Flush(int file);
     virtual int Close(int file);
     virtual int Rename(const char* from, const char* to);

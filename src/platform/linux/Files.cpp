@@ -2,7 +2,6 @@
 
 #include "platform/linux/FileCalls.h"
 #include "platform/linux/SystemError.h"
-#include "platform/linux/Threads.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +11,6 @@
 #include <exception>
 #include <fcntl.h>
 #include <optional>
-#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -95,6 +93,11 @@ public:
     }
 
     void Replace(const fs::path& file, std::string_view content) override {
+        ReplaceWhile(file, content, [] {});
+    }
+
+    void ReplaceWhile(const fs::path& file, std::string_view content,
+                      const std::function<void()>& work) override {
         constexpr std::string_view Action = "replace";
         RefuseNul(file, Action);
         const fs::path target = ResolveLinks(file);
@@ -106,22 +109,13 @@ public:
         Leftover fresh(calls_, std::move(name));
         WriteAll(open.Get(), content, Action, file);
         if (old) KeepOwnerAndMode(open.Get(), *old, file);
+        calls_.StartFlush(open.Get());
+        const std::exception_ptr failure = Caught(work);
         if (calls_.Flush(open.Get()) != 0) throw FileError(Action, file, errno);
         if (open.Close() != 0) throw FileError(Action, file, errno);
         if (calls_.Rename(fresh.File().c_str(), target.c_str()) != 0) throw FileError(Action, file, errno);
         fresh.Keep();
         FlushFolder(folder);
-    }
-
-    void ReplaceWhile(const fs::path& file, std::string_view content,
-                      const std::function<void()>& work) override {
-        std::exception_ptr refusal;
-        std::thread saving;
-        const auto save = [&] { refusal = Caught([&] { Replace(file, content); }); };
-        if (Caught([&] { saving = StartThread(save); })) save(); // no more threads: one after the other
-        const std::exception_ptr failure = Caught(work);
-        if (saving.joinable()) saving.join();
-        if (refusal) std::rethrow_exception(refusal);
         if (failure) std::rethrow_exception(failure);
     }
 

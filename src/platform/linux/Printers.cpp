@@ -29,15 +29,20 @@ public:
 
     /// Asked for once a printer of the list: an answer just given, or just refused, serves them all.
     std::string DefaultName() override {
-        if (!answeredAt_ || Clock::now() - *answeredAt_ > AnswerLife) Ask();
+        if (!WasAskedLately()) Ask();
         return answer_ ? codePage_->ToAnsi(answer_->defaultName) : "";
     }
 
 private:
+    bool WasAskedLately() const { return askedAt_ && Clock::now() - *askedAt_ <= AnswerLife; }
+
     void Ask() {
-        const auto deadline = Clock::now() + LongestWait;
         answer_.reset();
-        // One question at a time: a server that hangs costs one thread, however often it is asked.
+        // One question at a time: a server that hangs costs one thread, however often it is asked, and one
+        // wait.
+        const bool isPending = query_ && !query_->WaitUntil(Clock::now());
+        if (isPending && WasAskedLately()) return;
+        const auto deadline = Clock::now() + LongestWait;
         if (query_ && query_->WaitUntil(deadline)) query_.reset();
         if (!query_) {
             try {
@@ -47,13 +52,13 @@ private:
             }
             if (query_ && query_->WaitUntil(Clock::now())) query_.reset();
         }
-        answeredAt_ = Clock::now();
+        askedAt_ = Clock::now();
     }
 
     std::unique_ptr<CodePage> codePage_ = CodePage::Create();
     std::unique_ptr<PrinterQuery> query_; // one that has not been settled in time
     std::optional<PrinterAnswer> answer_;
-    std::optional<Clock::time_point> answeredAt_;
+    std::optional<Clock::time_point> askedAt_; // and waited for the answer
 };
 
 } // namespace

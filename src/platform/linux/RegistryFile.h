@@ -18,7 +18,8 @@ struct RegistryValue {
 
 /// A registry file in the text form that registry editors export (version 5.00, or the older REGEDIT4). It is
 /// read from top to bottom, as an import would: a later value takes the place of an earlier one, "-" deletes.
-/// Comments and everything else stay as they are when a value is written.
+/// When a value is written its own statement is written anew, a comment behind it goes; all else stays as it
+/// is.
 ///
 /// A string stored without its NUL (or with more than one, or with control characters) has no quoted form: it
 /// stands as `hex(1):` with the bytes of its UTF-16 units (in a REGEDIT4 file, of its ANSI bytes).

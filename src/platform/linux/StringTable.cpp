@@ -110,7 +110,9 @@ private:
     std::size_t At(std::uint32_t offset) const { return resources_.value() + offset; }
 
     void ReadSections(std::size_t offset, std::uint16_t count) {
+        constexpr std::uint16_t MaximumSections = 96; // as the system that the format comes from
         constexpr std::size_t HeaderSize = 40;
+        if (count > MaximumSections) return;
         for (std::size_t i = 0; i < count; ++i, offset += HeaderSize) {
             const auto address = bytes_.Long(offset + 12), fileSize = bytes_.Long(offset + 16),
                        fileOffset = bytes_.Long(offset + 20);
