@@ -107,10 +107,7 @@ void ToolMain::AddSeparatorButton(std::string_view key) {
 void ToolMain::RebuildToolMenus(bool useListedTools) {
     Guarded("RebuildToolMenus", [&] {
         const std::shared_ptr<arvon::IMenu> toolMenu = m_oFramework->Menus().Item(menu::Tools);
-        if (!toolMenu) {
-            throw base::ComponentError(base::errors::ObjectNotSet, FullProcName("RebuildToolMenus"),
-                                       "the host has no menu \"mnuTool\"");
-        }
+        RequireObject(toolMenu, "RebuildToolMenus", "the host has no menu \"mnuTool\"");
         toolMenu->Items().Clear();
         BuildToolMenu(*toolMenu, useListedTools);
 

@@ -16,10 +16,7 @@ void ToolMain::LoadTools(std::string_view tabKey, bool useListedTools) {
     list->Clear();
 
     const std::shared_ptr<arvon::ITaskView> taskPane = m_oFramework->TaskViews().Item(view::ToolTasks);
-    if (!taskPane) {
-        throw base::ComponentError(base::errors::ObjectNotSet, FullProcName("LoadTools"),
-                                   "the host has no task pane \"tvTools\"");
-    }
+    RequireObject(taskPane, "LoadTools", "the host has no task pane \"tvTools\"");
     taskPane->SetShowAll(m_bShowAllTools);
 
     const DateNames names = DateNames::OfUser();
@@ -53,7 +50,10 @@ ToolRecord ToolMain::SelectedTool() {
     const arvon::IListItem* row = list ? list->CurrentItem() : nullptr;
     if (!row) return nullptr;
 
-    const std::string vrex = row->Key();
+    return ToolOfVrex(row->Key());
+}
+
+ToolRecord ToolMain::ToolOfVrex(std::string_view vrex) {
     arvon::IToolRecords& tools = m_oFramework->Tools();
     for (std::size_t position = 1; position <= tools.Count(); ++position) {
         const ToolRecord tool = tools.Item(position);

@@ -36,7 +36,7 @@ std::string ToolMain::FullProcName(std::string_view sProc) const {
 }
 
 void ToolMain::ReportError(const ComponentError& error, std::string_view sProcName) {
-    if (error.Number() == 0) return;
+    if (error.Number() == 0 || !m_oFramework) return;
     const EventRef report = NewEvent(event::ErrorMessage, 20, 9);
     AddText(report->Parameters(), parameter::ErrorDescription, error.Description());
     AddText(report->Parameters(), parameter::ErrorSource, error.Source());

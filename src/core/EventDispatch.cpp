@@ -31,7 +31,7 @@ void ToolMain::HandleEvent(const EventRef& event) {
         const auto row = std::find_if(std::begin(rows), std::end(rows),
                                       [&](const Row& r) { return r.raisedBy == raisedBy; });
         if (row == std::end(rows)) {
-            DebugTrace("HandleEvent", "ToolMain.HandleEvent - Unknown Event Object Received", true);
+            DebugTrace("ToolMain.HandleEvent", " - Unknown Event Object Received", true);
             return;
         }
         (this->*row->handler)(event);
@@ -66,6 +66,7 @@ void ToolMain::HandleProcessEvent(const EventRef& event) {
         Skipping(
             [&] { m_oFramework->Tools().Reload(); }); // the host tells of a catalogue that it cannot read
         LoadToolsCollection();
+        SetToolOrder();
         CountToolsInCatalog(true);
     }
 

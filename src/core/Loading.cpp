@@ -11,7 +11,9 @@ namespace modRegistry = platform::modRegistry;
 
 // No guard here: the host is to see why a load failed. The order is the one that the host relies on.
 bool ToolMain::ITool_Load(const std::shared_ptr<arvon::IFramework>& framework) {
+    RequireObject(framework, "ITool_Load", "there is no framework");
     m_oFramework = framework;
+    m_bUnloading = false;
     m_oFramework->RegisterListener(shared_from_this(), Self);
     m_sAppPath = m_oFramework->AppPath();
     AddControlView(view::ToolProperties, control::ToolProperties);
@@ -37,6 +39,7 @@ bool ToolMain::ITool_Load(const std::shared_ptr<arvon::IFramework>& framework) {
 void ToolMain::ITool_Unload() {
     std::shared_ptr<arvon::ITab> tab;
     Guarded("ITool_Unload", [&] {
+        RequireObject(m_oFramework, "ITool_Unload", "there is no framework before Load");
         tab = m_oFramework->Tabs().Item(view::Navigator);
         if (!tab) throw OwnError(1, "ITool_Unload", "the host has no tab \"tabQRV\"");
     });

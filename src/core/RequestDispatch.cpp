@@ -2,6 +2,7 @@
 #include "core/ToolMain.h"
 
 #include <algorithm>
+#include <exception>
 #include <iterator>
 
 namespace kvtm {
@@ -10,6 +11,8 @@ using arvon::MessageType;
 
 std::string ToolMain::IMessageListener_ReceiveMessage(const MessageRef& message) {
     return Guarded("IMessageListener_ReceiveMessage", std::string(), [&] {
+        RequireObject(message, "IMessageListener_ReceiveMessage", "there is no message");
+        RequireObject(m_oFramework, "IMessageListener_ReceiveMessage", "there is no framework before Load");
         switch (static_cast<MessageType>(message->Type())) {
         case MessageType::Event: {
             const EventRef event = m_oFramework->NewEvent();
@@ -54,7 +57,7 @@ std::string ToolMain::HandleRequest(const RequestRef& request) {
     };
 
     std::string reply;
-    Guarded("HandleRequest", [&] {
+    const auto answer = [&] {
         const std::string type = request->Type();
         const auto row =
             std::find_if(std::begin(rows), std::end(rows), [&](const Row& r) { return r.name == type; });
@@ -63,8 +66,10 @@ std::string ToolMain::HandleRequest(const RequestRef& request) {
         } else {
             (this->*row->answer)(request, reply);
         }
-    });
+    };
+    const std::exception_ptr unreported = Caught([&] { Guarded("HandleRequest", answer); });
     Guarded("HandleRequest", [&] { m_oFramework->SetMousePointer(arvon::pointer::Default); });
+    if (unreported) std::rethrow_exception(unreported);
     return reply;
 }
 

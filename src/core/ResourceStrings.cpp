@@ -13,6 +13,7 @@ std::string ToolMain::LoadResString(std::int32_t lResID) {
 std::string ToolMain::TextOfResource(std::int32_t lResID) {
     constexpr std::size_t bufferCharacters = 2048;
     constexpr std::string_view category = "Tools";
+    RequireObject(m_oFramework, "LoadResString", "there is no framework before Load");
     if (m_hResModule == 0) m_hResModule = m_oFramework->GetResource(category, "").ToInteger();
     if (m_hResModule == 0) return {};
     const std::string ansi = m_oServices.stringModules->LoadString(

@@ -10,7 +10,9 @@ using arvon::MessageType;
 
 std::string ToolMain::SendRequestMessage(const RequestRef& oRequest, std::string_view sDest) {
     return Guarded("SendRequestMessage", std::string(), [&] {
+        RequireObject(m_oFramework, "SendRequestMessage", "there is no framework before Load");
         if (!m_oFramework->Router()->IsRegistered(sDest)) return std::string();
+        RequireObject(oRequest, "SendRequestMessage", "there is no request");
         return m_oFramework->Router()->Send(NewEnvelope(MessageType::Request, sDest, oRequest->Xml()));
     });
 }

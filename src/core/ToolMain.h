@@ -6,11 +6,13 @@
 #include "platform/Services.h"
 
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // Contents: one section a source file, in this order, state last.
@@ -51,7 +53,7 @@ class ToolOptions;
 
 /// A record of the host and the component's ordered view of such records.
 using ToolRecord = std::shared_ptr<arvon::IToolRecord>;
-using ToolCollection = base::Collection<ToolRecord>;
+using ToolCollection = arvon::IToolManager::SortedTools;
 
 using MessageRef = std::shared_ptr<arvon::IMessage>;
 using RequestRef = std::shared_ptr<arvon::IRequest>;
@@ -76,6 +78,7 @@ class ToolMain final : public arvon::ITool,
                        public arvon::IMessageListener,
                        public arvon::IProfile,
                        public arvon::ISecure,
+                       public arvon::IToolManager,
                        public std::enable_shared_from_this<ToolMain> {
 public:
     static std::shared_ptr<ToolMain> Create(arvon::ISupport& support, platform::Services services);
@@ -98,26 +101,12 @@ public:
     base::Value Key() const override { return m_vKey; }
     void SetKey(base::Value key) override { m_vKey = std::move(key); }
 
-    /// Remembers a tool that is to hear of new options. Known identifiers (exact) are not added twice.
-    void AddSubscriber(std::string_view sToolID);
-
-    /// Sends a request to a listener and returns its reply. Empty text, and nothing sent, for a destination
-    /// that nobody registered; empty text and an error report when the delivery fails.
-    std::string SendRequestMessage(const RequestRef& oRequest, std::string_view sDest);
-
-    /// Records one call's length (in the caller's unit) with the benchmark recorder. `sPars`: further
-    /// elements, formatted by the caller.
+    void AddSubscriber(std::string_view sToolID) override;
+    std::string SendRequestMessage(const RequestRef& oRequest, std::string_view sDest) override;
     void AddBenchmark(std::string_view sMethod, double lLengthInCall, std::string_view sTypeName,
-                      std::string_view sPars);
-
-    /// Text of the host's string module "Tools" by number; what the framework gives under the number when the
-    /// module lacks it; empty without a module; "Missing String:" and the number when that fails. Never
-    /// throws.
-    std::string LoadResString(std::int32_t lResID);
-
-    /// A sorted copy of the listed tools, without keys. `blnCompareNumeric`: compare as dates. Throws what
-    /// reading or converting a property throws.
-    ToolCollection Sort(std::string_view strPropertyName, bool bDescend, bool blnCompareNumeric);
+                      std::string_view sPars) override;
+    std::string LoadResString(std::int32_t lResID) override;
+    ToolCollection Sort(std::string_view strPropertyName, bool bDescend, bool blnCompareNumeric) override;
 
 private:
     friend struct ToolMainProbe; // the tests' way to single procedures
@@ -184,7 +173,8 @@ private:
 
     // core/ErrorReports.cpp
     std::string FullProcName(std::string_view sProc) const;
-    /// Sends the event "ErrorMessage" to "SnapIn", unless the error's number is 0. Not guarded itself.
+    /// Sends the event "ErrorMessage" to "SnapIn", unless the error's number is 0 or there is no framework to
+    /// send it through. Not guarded itself.
     void ReportError(const base::ComponentError& error, std::string_view sProcName);
     /// Reports the exception in flight under the full name of `sProc`.
     void ReportErrorInFlight(std::string_view sProc);
@@ -205,14 +195,24 @@ private:
             ReportErrorInFlight(sProc);
         }
     }
+    /// Runs steps after which something must be put back whatever happens, even when a report could not be
+    /// sent: to be thrown on once that is done. Null when nothing failed.
+    template <class Steps> static std::exception_ptr Caught(Steps&& steps) noexcept {
+        try {
+            steps();
+            return nullptr;
+        } catch (...) {
+            return std::current_exception();
+        }
+    }
     /// Runs a step whose failure is nobody's concern; false when it failed.
     template <class Step> static bool Skipping(Step&& step) noexcept {
-        try {
-            step();
-            return true;
-        } catch (...) {
-            return false;
-        }
+        return !Caught(std::forward<Step>(step));
+    }
+    /// Throws ObjectNotSet for an empty reference; `missing` is the description.
+    template <class Reference>
+    void RequireObject(const Reference& reference, std::string_view sProc, const char* missing) const {
+        if (!reference) throw base::ComponentError(base::errors::ObjectNotSet, FullProcName(sProc), missing);
     }
     /// An error of the component's own: number 0x80040000 + `number`, source FullProcName(`sProc`).
     base::ComponentError OwnError(std::int32_t number, std::string_view sProc, std::string description) const;
@@ -238,6 +238,7 @@ private:
     bool LoadToolIntoListView(const ToolRecord& tool, arvon::IListView& list, const DateFormat& dateFormat);
     /// The record of the list's current row; null when there is no row or no such record.
     ToolRecord SelectedTool();
+    ToolRecord ToolOfVrex(std::string_view vrex); // the host's first of that VREX (exact); may be null
 
     // catalogue/ToolOrder.cpp
     void SortTools(std::string_view propertyName, std::string_view direction, bool selectTab);
@@ -329,6 +330,7 @@ private:
     std::string LaunchTool(const RequestRef& request);
     /// LaunchTool with a request that names the tool.
     std::string LaunchToolByName(std::string_view sToolName);
+    void LaunchListedTool(std::string_view sToolName);
     /// The record that m_sLastNodeKey names; null, and a message to the user, when there is none.
     ToolRecord FindToolToLaunch();
     void TellAlreadyRunning();
@@ -350,6 +352,7 @@ private:
     void Task_UpdateTool(const EventRef& event);
     void Task_AddTool(const EventRef& event);
     void Task_ShowAll(const EventRef& event);
+    void RebuildMenusOfShownTools();
 
     // launch/ListItemEvents.cpp
     void HandleListItemEvent(const EventRef& event);
@@ -359,7 +362,8 @@ private:
     void RemoveTool(std::string_view sVrex, std::string_view sName, std::string_view sUnused,
                     std::string_view sProgramType);
     /// Takes a tool that is gone from the disk out of the catalogue and of everything that shows it.
-    void ForgetRemovedTool(std::string_view sName);
+    void ForgetRemovedTool(std::string_view sVrex, std::string_view sName);
+    void ForgetRecord(std::string_view sVrex, std::string_view sName);
     void RemoveItemsOfTool(std::string_view sIdentifier);
     void RemoveFromListedTools(std::string_view sName);
     void RemoveNodeOfTool(std::string_view sName);

@@ -23,7 +23,7 @@ void ToolMain::HandleListItemEvent(const EventRef& event) {
                       ParameterValue(*event, eventParameter::Checked).ToBoolean());
             break;
         case eventKind::Opened:
-            if (SelectedTool()) LaunchToolByName(TextParameter(*event, eventParameter::Text));
+            if (SelectedTool()) LaunchListedTool(TextParameter(*event, eventParameter::Text));
             break;
         case eventKind::ColumnClicked:
             if (objectType == "IColumnHeader") {

@@ -5,6 +5,8 @@
 #include "launch/ReportLogo.h"
 #include "platform/modRegistry.h"
 
+#include <exception>
+
 namespace kvtm {
 
 namespace boxStyle = arvon::boxStyle;
@@ -62,6 +64,11 @@ std::string ToolMain::LaunchToolByName(std::string_view sToolName) {
     return LaunchTool(request);
 }
 
+// Without a name the request would mean the tool of the last node.
+void ToolMain::LaunchListedTool(std::string_view sToolName) {
+    if (!sToolName.empty()) LaunchToolByName(sToolName);
+}
+
 // A tool's node has the tool's name as its key: the name finds the record of a tool without a node too.
 ToolRecord ToolMain::FindToolToLaunch() {
     const bool noToolSelected = m_sLastNodeKey.empty() || m_sLastNodeKey == view::ToolsNode;
@@ -103,8 +110,11 @@ void ToolMain::LaunchOutside(const ToolRecord& tool) {
 std::string ToolMain::LaunchInProcess(const ToolRecord& tool) {
     const HeldFlag busy(m_bBusy);
     SetMenus(false);
-    std::string reply = Guarded("LaunchTool", std::string(launched), [&] { return LoadThroughHost(tool); });
+    std::string reply;
+    const std::exception_ptr unreported = Caught(
+        [&] { reply = Guarded("LaunchTool", std::string(launched), [&] { return LoadThroughHost(tool); }); });
     if (m_colLoadedTools.IsEmpty()) SetMenus(true); // no Vantor came of it
+    if (unreported) std::rethrow_exception(unreported);
     return reply;
 }
 

@@ -24,20 +24,27 @@ void ToolMain::RemoveTool(std::string_view sVrex, std::string_view sName, std::s
         m_oFramework->ShowMessage("Could not locate 'RemoveProgram' Program", arvon::boxStyle::Critical,
                                   Title);
     }
-    if (paths.Exists(files.result)) ForgetRemovedTool(sName);
+    if (paths.Exists(files.result)) ForgetRemovedTool(sVrex, sName);
 }
 
-void ToolMain::ForgetRemovedTool(std::string_view sName) {
-    arvon::IToolRecords& tools = m_oFramework->Tools();
-    if (const ToolRecord tool = tools.Item(sName)) {
+void ToolMain::ForgetRemovedTool(std::string_view sVrex, std::string_view sName) {
+    const ToolRecord tool = ToolOfVrex(sVrex);
+    if (tool && tool->Name() == sName) {
         RemoveItemsOfTool(tool->Get(property::Identifier).ToText());
-        tools.Remove(sName);
-        Guarded("RemoveTool", [&] { tools.Save(); }); // the view follows even when the file cannot
+        ForgetRecord(sVrex, sName);
     }
     RemoveFromListedTools(sName);
     LoadTools(view::ToolsNode, false);
     RemoveNodeOfTool(sName);
     RefreshToolsNode(true);
+}
+
+// The host finds a record by its name: where several have it, another tool's is left alone.
+void ToolMain::ForgetRecord(std::string_view sVrex, std::string_view sName) {
+    arvon::IToolRecords& tools = m_oFramework->Tools();
+    if (tools.Item(sName)->Get(property::Vrex).ToText() != sVrex) return;
+    tools.Remove(sName);
+    Guarded("RemoveTool", [&] { tools.Save(); }); // the view follows even when the file cannot
 }
 
 void ToolMain::RemoveItemsOfTool(std::string_view sIdentifier) {

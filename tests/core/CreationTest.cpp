@@ -29,6 +29,16 @@ TEST_F(Creation, NamesItselfAfterTheRunningLibrarysFile) {
     EXPECT_EQ(Probe().Name(), "KvOther.v2.ToolMain");
 }
 
+TEST_F(Creation, OffersItsMethodsToWhoeverHasTheObject) {
+    LoadWith({{.name = "Pipes"}, {.name = "Layout"}});
+    const auto manager = std::dynamic_pointer_cast<arvon::IToolManager>(std::shared_ptr<arvon::ITool>(tool));
+    ASSERT_TRUE(manager);
+    manager->AddSubscriber("Lim32");
+    EXPECT_EQ(Probe().Subscribers(), (std::vector<std::string>{"", "Lim32"}));
+    EXPECT_EQ(manager->LoadResString(42), "text 42");
+    EXPECT_EQ(manager->Sort("name", true, false).Item(1)->Name(), "Pipes");
+}
+
 TEST_F(Creation, SwitchesTheBenchmarkRecorderOn) {
     CreateHost();
     CreateTool();

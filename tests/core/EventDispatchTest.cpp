@@ -98,7 +98,15 @@ TEST_F(EventDispatch, KnowsTheGeneratorByItsExactName) {
     Probe().CountToolsInCatalog(false);
     installation.WriteTools({{.name = "Layout"}, {.name = "Pipes"}});
     ProcessEnded("C:\\QUARRA\\Arvon\\Bin\\buildtoolxml_arvon11.exe", 9);
-    EXPECT_EQ(Probe().CountToolsInCatalog(false), 2);
+    EXPECT_EQ(ListedNames(), std::vector<std::string>{"Layout"}) << "nothing was read again";
+    EXPECT_EQ(host->Model().Tools().size(), 1u);
+}
+
+TEST_F(EventDispatch, KeepsTheStoredOrderWhenTheGeneratorEnded) {
+    installation.WriteTools({{.name = "Pipes"}, {.name = "Layout"}});
+    ProcessEnded("C:\\QUARRA\\Arvon\\Bin\\BuildToolXML_Arvon11.exe", 9);
+    ClaimBox();
+    EXPECT_EQ(ListedNames(), (std::vector<std::string>{"Layout", "Pipes"}));
 }
 
 TEST_F(EventDispatch, SendsNothingWhenNoLauncherListens) {

@@ -45,6 +45,7 @@ TEST_F(LoadedTools, BringTabAndMenusUpToDateAfterAnUnload) {
 }
 
 TEST_F(LoadedTools, LeaveTabAndMenusWhileTheComponentItselfUnloads) {
+    host->FailNext("Menus.Remove"); // or there would be no items to set
     host->Unload();
     ForgetCalls();
     Unload({{"vrex", "NONE"}});
@@ -53,8 +54,16 @@ TEST_F(LoadedTools, LeaveTabAndMenusWhileTheComponentItselfUnloads) {
     EXPECT_EQ(Sent().size(), 2u);
 }
 
+TEST_F(LoadedTools, BringTabAndMenusUpToDateAgainOnceTheComponentWasLoadedAnew) {
+    host->Unload();
+    host->Load();
+    ForgetCalls();
+    Unload({{"vrex", "NONE"}});
+    EXPECT_EQ(CallsOf("Tab.Update").size(), 1u);
+    EXPECT_FALSE(CallsOf("MenuItem.SetEnabled").empty());
+}
+
 TEST_F(LoadedTools, ReportAFailureAndStopThere) {
-    host->FailNext("LoadedTools.Item"); // not reached: nothing is loaded
     host->FailNext("Tabs.Item");
     Unload({{"vrex", "NONE"}});
     EXPECT_EQ(ClaimReport("Request_UnloadTool").number, 1001);

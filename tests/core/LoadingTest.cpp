@@ -174,6 +174,25 @@ TEST_F(Loading, StaysLoadedWhenTheTabCannotBeFetchedAtUnloading) {
     EXPECT_TRUE(CallsOf("Menus.Remove").empty());
 }
 
+TEST_F(Loading, NeedsAFramework) {
+    CreateHost();
+    CreateTool();
+    EXPECT_EQ(RefusalOf([&] { tool->Load(nullptr); }).number, base::errors::ObjectNotSet);
+    EXPECT_FALSE(tool->IsLoaded());
+}
+
+TEST_F(Loading, IsNeededBeforeAnythingElseHasAnEffect) {
+    CreateHost();
+    CreateTool();
+    tool->Unload();
+    EXPECT_EQ(tool->ReceiveMessage(host->Framework()->NewMessage()), "");
+    EXPECT_EQ(tool->SendRequestMessage(host->Framework()->NewRequest(), "SnapIn"), "");
+    EXPECT_EQ(tool->LoadResString(42), "Missing String:42");
+    EXPECT_TRUE(tool->Sort("name", false, false).IsEmpty());
+    EXPECT_TRUE(Sent().empty());
+    EXPECT_FALSE(tool->IsLoaded());
+}
+
 TEST_F(Loading, MayHappenAgainAfterUnloading) {
     LoadWith({{.name = "Layout", .identifier = "LAY1"}});
     host->Unload();

@@ -29,6 +29,20 @@ TEST_F(RequestDispatch, SetsThePointerBackOnEveryPath) {
     ClaimReport("HandleRequest");
 }
 
+TEST_F(RequestDispatch, SetsThePointerBackWhenTheReportCannotBeSent) {
+    host->FailNext("Router.Send", 2); // the report, and the report of that
+    Request("UpdateOptions", {{"Options", "<a"}});
+    EXPECT_EQ(CallsOf("SetMousePointer"),
+              (std::vector<std::string>{"SetMousePointer(11)", "SetMousePointer(0)"}));
+    ExpectStillAnswering();
+}
+
+TEST_F(RequestDispatch, RefusesWhatIsNoMessage) {
+    EXPECT_EQ(tool->ReceiveMessage(nullptr), "");
+    EXPECT_EQ(ClaimReport("IMessageListener_ReceiveMessage").number, base::errors::ObjectNotSet);
+    ExpectStillAnswering();
+}
+
 TEST_F(RequestDispatch, KeepsTheReplyWhenThePointerCannotBeSet) {
     host->FailNext("SetMousePointer");
     ExpectStillAnswering();

@@ -35,6 +35,14 @@ TEST_F(Senders, FetchTheOwnersRouterOnce) {
     EXPECT_TRUE(CallsOf("Router").empty());
 }
 
+TEST_F(Senders, ReportAnEmptyReferenceToAListener) {
+    EXPECT_EQ(tool->SendRequestMessage(nullptr, "Nobody"), "");
+    EXPECT_TRUE(ClaimReports().empty());
+    EXPECT_EQ(tool->SendRequestMessage(nullptr, "SnapIn"), "");
+    EXPECT_EQ(ClaimReport("SendRequestMessage").number, base::errors::ObjectNotSet);
+    EXPECT_TRUE(Sent().empty());
+}
+
 TEST_F(Senders, SendNoEmptyReferenceToTheOwner) {
     EXPECT_EQ(Probe().SendRequestToOwner(nullptr, "SnapIn"), "");
     EXPECT_TRUE(Sent().empty());

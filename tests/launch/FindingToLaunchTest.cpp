@@ -88,7 +88,14 @@ TEST_F(FindingToLaunch, SelectsTheToolsNodeWhenNoToolWasSelected) {
     }
 }
 
-TEST_F(FindingToLaunch, TellsOfNoToolEvenWithoutATab) {
+TEST_F(FindingToLaunch, TellsOfNoToolEvenWithoutTheToolsNode) {
+    LoadSuite({});
+    host->Framework()->Tabs().Item("tabQRV")->Nodes().Remove("nodTools");
+    EXPECT_EQ(Request("LaunchTool"), "False");
+    ExpectAdvice(startMenu);
+}
+
+TEST_F(FindingToLaunch, ReportsATabThatCannotBeFetched) {
     LoadSuite({});
     host->FailNext("Tabs.Item");
     EXPECT_EQ(Request("LaunchTool"), "False");

@@ -256,6 +256,15 @@ TEST_F(InProcessLaunch, ReportsALoaderThatFailsAndStaysReady) {
     ExpectReady();
 }
 
+TEST_F(InProcessLaunch, StaysReadyWhenAFailureCannotEvenBeReported) {
+    LoadVantors();
+    host->FailNext("Loader.Load");
+    host->FailNext("Router.Send", 4); // the report, and the reports of that
+    EXPECT_EQ(Launch("Beam"), "");
+    EXPECT_EQ(EnabledToolItems(), (Strings{"mnuBMF21", "mnuWRM34", "mnuUNI07", "mnuToolsSep1"}));
+    ExpectReady();
+}
+
 TEST_F(InProcessLaunch, RemembersAVantorEvenWhenTheTabCannotBeBroughtForward) {
     LoadVantors();
     host->FailNext("Tab.BringForward");

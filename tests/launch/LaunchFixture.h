@@ -63,6 +63,15 @@ protected:
         return {.name = name, .vrex = vrex, .path = "/bin/sleep", .commandLine = "60"};
     }
 
+    /// The tools below the node "Tools", in the order shown.
+    Strings NodeKeys() const {
+        Strings keys;
+        const auto tabs = host->Model().Tabs();
+        for (const auto& node : tabs.front().nodes.front().nodes)
+            keys.push_back(node.key);
+        return keys;
+    }
+
     std::string Launch(std::string_view name) { return Request(request::LaunchTool, {{"ToolName", name}}); }
 
     /// Ends a program that this test started, and waits until the host has noticed.

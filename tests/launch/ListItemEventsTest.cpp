@@ -39,6 +39,15 @@ TEST_F(ListItemEvents, DoNotMakeACheckedToolTheLastNode) {
     EXPECT_EQ(Probe().LastNodeKey(), "A");
 }
 
+TEST_F(ListItemEvents, StartNoOtherToolForOneWithoutAName) {
+    LoadSuiteInFront({LongRunning("A", "Tobr43"), LongRunning("", "Tobr44")});
+    Probe().LastNodeKey() = "A";
+    host->SelectRow("lvTools", "");
+    host->ListItemEvent("lvTools", "", opened);
+    Event(arvon::EventObject::Task, "tskLaunchTool");
+    EXPECT_TRUE(CallsOf("StartProcess").empty());
+}
+
 TEST_F(ListItemEvents, SaveNothingForARowThatIsNoTool) {
     LoadSuiteInFront({{.name = "A"}});
     Item(checked, {{"objectType", "IListItem"}, {"Text", "a"}, {"Checked", "False"}});

@@ -99,6 +99,27 @@ TEST_F(TaskPane, HandsTheSelectedProgramToTheHostsEditor) {
     EXPECT_EQ(CallsOf("Node.Select"), Strings{"Node.Select(\"nodTools\")"});
 }
 
+TEST_F(TaskPane, ShowsAnEditedProgramAsItIsNow) {
+    CatalogueTool layout = LongRunning("Layout", "Tobr43");
+    layout.identifier = "LAY01";
+    arvon::host::Hooks hooks;
+    hooks.editRecord = [](arvon::IToolRecord& record) {
+        record.Set("Name", "Drawings");
+        return true;
+    };
+    LoadWith({layout, LongRunning("Plot", "Tobr44")}, std::move(hooks));
+    host->NodeEvent("tabQRV", "nodTools", arvon::eventKind::Expanded);
+    host->NodeEvent("tabQRV", "nodTools");
+    host->SelectRow("lvTools", "Layout");
+    Task("tskEditTool");
+    EXPECT_EQ(RowTexts(), (Strings{"Drawings", "Plot"}));
+    EXPECT_EQ(NodeKeys(), (Strings{"Drawings", "Plot"}));
+    EXPECT_EQ(host->Framework()->Menus().FindItem("mnuLAY01")->Caption(), "&Drawings");
+    host->SelectRow("lvTools", "Drawings");
+    Task("tskLaunchTool");
+    End(ProcessOf("Tobr43"));
+}
+
 TEST_F(TaskPane, ReportsAnEditorThatFails) {
     LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     host->SelectRow("lvTools", "Layout");

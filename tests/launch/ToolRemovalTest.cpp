@@ -35,13 +35,6 @@ protected:
             names.push_back(record.name);
         return names;
     }
-    Strings Nodes() const {
-        Strings keys;
-        const auto tabs = host->Model().Tabs();
-        for (const auto& node : tabs.front().nodes.front().nodes)
-            keys.push_back(node.key);
-        return keys;
-    }
     bool HasItem(const std::string& key) const {
         for (const auto& menu : host->Model().Menus())
             for (const auto& item : menu.items)
@@ -56,7 +49,7 @@ protected:
         EXPECT_EQ(RowTexts(), Strings{"Stay"});
         EXPECT_EQ(NamesInHost(), Strings{"Stay"});
         EXPECT_EQ(ListedNames(), Strings{"Stay"});
-        EXPECT_EQ(Nodes(), Strings{"Stay"});
+        EXPECT_EQ(NodeKeys(), Strings{"Stay"});
         EXPECT_FALSE(HasItem("mnuDEM01"));
         EXPECT_FALSE(HasButton("btnDEM01"));
         EXPECT_EQ(installation.Read("Arvon/Tools.xml").find("Demo"), std::string::npos);
@@ -68,7 +61,7 @@ protected:
         EXPECT_EQ(RowTexts(), (Strings{"Demo", "Stay"}));
         EXPECT_EQ(NamesInHost(), (Strings{"Demo", "Stay"}));
         EXPECT_EQ(ListedNames(), (Strings{"Demo", "Stay"}));
-        EXPECT_EQ(Nodes(), (Strings{"Demo", "Stay"}));
+        EXPECT_EQ(NodeKeys(), (Strings{"Demo", "Stay"}));
         EXPECT_TRUE(HasItem("mnuDEM01"));
         EXPECT_TRUE(HasButton("btnDEM01"));
         EXPECT_NE(installation.Read("Arvon/Tools.xml").find("Demo"), std::string::npos);
@@ -244,6 +237,19 @@ TEST_F(ToolRemoval, TakesOnlyTheFirstOfTwoListedToolsOfOneName) {
     EXPECT_EQ(ListedNames(), (Strings{"Stay", "Demo"}));
 }
 
+TEST_F(ToolRemoval, LeavesTheEntryOfAnotherToolOfThatName) {
+    LoadSuite({{.name = "Demo", .vrex = "X9", .identifier = "OLD09", .showInList = "0"},
+               {.name = "Demo", .vrex = "X1", .identifier = "DEM01", .programType = "QUARRA"}});
+    host->NodeEvent("tabQRV", "nodTools");
+    installation.Write("Enviro/ResultOK.txt", "");
+    RemoveDemo();
+    ExpectProgramMissingBox();
+    EXPECT_FALSE(HasItem("mnuDEM01"));
+    EXPECT_FALSE(HasButton("btnDEM01"));
+    EXPECT_EQ(ListedNames(), Strings{});
+    EXPECT_NE(installation.Read("Arvon/Tools.xml").find("X9"), std::string::npos);
+}
+
 TEST_F(ToolRemoval, ComparesNamesExactly) {
     LoadTools();
     installation.Write("Enviro/ResultOK.txt", "");
@@ -268,7 +274,7 @@ TEST_F(ToolRemoval, UpdatesTheViewEvenWhenTheCatalogueCannotBeSaved) {
     RemoveDemo();
     EXPECT_EQ(ClaimReport("RemoveTool").description, "Tools.Save failed");
     EXPECT_EQ(RowTexts(), Strings{"Stay"});
-    EXPECT_EQ(Nodes(), Strings{"Stay"});
+    EXPECT_EQ(NodeKeys(), Strings{"Stay"});
 }
 
 TEST_F(ToolRemoval, RemovesOneProgramAfterAnother) {

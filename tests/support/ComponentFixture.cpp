@@ -37,16 +37,16 @@ void ComponentTest::TearDown() {
         ADD_FAILURE() << "unclaimed message box: " << box.text;
 }
 
-void ComponentTest::LoadWith(const std::vector<CatalogueTool>& tools) {
+void ComponentTest::LoadWith(const std::vector<CatalogueTool>& tools, arvon::host::Hooks hooks) {
     installation.WriteTools(tools);
-    CreateHost();
+    CreateHost(std::move(hooks));
     CreateTool();
     ASSERT_TRUE(Load());
     ForgetCalls();
 }
 
-void ComponentTest::CreateHost() {
-    host = std::make_unique<arvon::host::ReferenceHost>(installation.Folder());
+void ComponentTest::CreateHost(arvon::host::Hooks hooks) {
+    host = std::make_unique<arvon::host::ReferenceHost>(installation.Folder(), std::move(hooks));
     host->Subscribe(*this);
 }
 

@@ -37,11 +37,10 @@ protected:
     ~ComponentTest() override;
     void TearDown() override;
 
-    /// Puts the tools in the catalogue, makes host and tool manager, and loads it. `adjust` may put doubles
-    /// in the place of services first.
-    void LoadWith(const std::vector<CatalogueTool>& tools);
+    /// Puts the tools in the catalogue, makes host and tool manager, and loads it.
+    void LoadWith(const std::vector<CatalogueTool>& tools, arvon::host::Hooks hooks = {});
     /// The steps of LoadWith: with `services`, before the tool manager is loaded.
-    void CreateHost();
+    void CreateHost(arvon::host::Hooks hooks = {});
     void CreateTool(platform::Services services);
     void CreateTool() { CreateTool(platform::Services::Create()); }
     bool Load() { return host->Load(); }

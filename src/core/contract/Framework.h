@@ -91,11 +91,11 @@ public:
     virtual void RefreshViews(std::int32_t which) = 0;        // 0: all
     virtual void SetBanner(std::string_view caption, std::string_view picture, std::int32_t pictureFlag) = 0;
     virtual void SetMousePointer(std::int32_t pointer) = 0;
-    /// An empty title stands for the host's default title.
+    /// An empty title stands for the host's default title. Re-entrant while the user reads.
     virtual void ShowMessage(std::string_view text, std::int32_t style, std::string_view title) = 0;
 
     // tools and programs
-    virtual IToolRecords& Tools() = 0;
+    virtual IToolRecords& Tools() = 0; // Edit is re-entrant
     virtual ILoadedTools& LoadedTools() = 0;
     virtual IToolLoader& Loader() = 0; // re-entrant
     /// Starts a command line as a process of its own that the host follows: its end is told to `caller` as

@@ -95,7 +95,8 @@ public:
     virtual ~IMessageListener() = default;
     /// The listener's identifier; always the same text.
     virtual std::string id() const = 0;
-    /// Answers one message; may be re-entered while a send of its own is under way. Must not throw.
+    /// Answers one message; may be re-entered while a send of its own is under way. Throws nothing but what
+    /// kept an error report from being sent: the router counts that as no reply.
     virtual std::string ReceiveMessage(const std::shared_ptr<IMessage>& message) = 0;
 };
 

@@ -23,10 +23,11 @@ public:
     virtual void SetViewKey(std::string_view viewKey) = 0;     // the view shown when the node is selected
     virtual void SetTaskViewKey(std::string_view viewKey) = 0; // the task pane shown beside it
     virtual bool IsLoaded() const = 0; // whether its content has been asked for already
+    /// Re-entrant: a node that was not the last one to be asked for its content is asked, as by Refresh.
     virtual void Select() = 0;
     virtual void Release() = 0; // takes the selection away
     /// Asks the node's owner for its content: an event of kind Selected, after which the node counts as
-    /// loaded.
+    /// loaded. Re-entrant.
     virtual void Refresh() = 0;
     virtual INodes& Nodes() = 0;
 };

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/Collection.h"
 #include "base/Value.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -72,6 +74,39 @@ class ISupport {
 public:
     virtual ~ISupport() = default;
     virtual std::shared_ptr<IBenchmarkRecorder> NewBenchmarkRecorder() = 0;
+};
+
+class IToolRecord;
+class IRequest;
+
+/// What the tool manager offers in the process, beside what it answers to messages.
+class IToolManager {
+public:
+    using SortedTools = base::Collection<std::shared_ptr<IToolRecord>>;
+
+    virtual ~IToolManager() = default;
+
+    /// Remembers a tool that is to hear of new options. Known identifiers (exact) are not added twice.
+    virtual void AddSubscriber(std::string_view sToolID) = 0;
+
+    /// Sends a request to a listener and returns its reply. Empty text, and nothing sent, for a destination
+    /// that nobody registered; empty text and an error report when the delivery fails.
+    virtual std::string SendRequestMessage(const std::shared_ptr<IRequest>& oRequest,
+                                           std::string_view sDest) = 0;
+
+    /// Records one call's length (in the caller's unit) with the benchmark recorder. `sPars`: further
+    /// elements, formatted by the caller.
+    virtual void AddBenchmark(std::string_view sMethod, double lLengthInCall, std::string_view sTypeName,
+                              std::string_view sPars) = 0;
+
+    /// Text of the host's string module "Tools" by number; what the framework gives under the number when the
+    /// module lacks it; empty without a module; "Missing String:" and the number when that fails. Never
+    /// throws.
+    virtual std::string LoadResString(std::int32_t lResID) = 0;
+
+    /// A sorted copy of the listed tools, without keys. `blnCompareNumeric`: compare as dates. Throws what
+    /// reading or converting a property throws.
+    virtual SortedTools Sort(std::string_view strPropertyName, bool bDescend, bool blnCompareNumeric) = 0;
 };
 
 /// The one symbol that a tool's shared library exports: makes the tool's object. On failure `*tool` stays
