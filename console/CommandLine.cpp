@@ -19,8 +19,8 @@ pointer, process, problem, reply, state, help, done, error. A request's message 
 delivered. Its "reply" is the answer, unless something else happened before the answer came: then it is empty,
 and an answer that is not empty follows in a messageReply line (to a request command: in its reply line).
 
-Exit status: 0 when every command was carried out, 1 when one was not (the rest still run), 2 for a bad
-command line, script or suite.)";
+Exit status: 0 when every command was carried out, 1 when one was not (the rest still run) or the output
+could not be written, 2 for a bad command line, script or suite.)";
 }
 
 } // namespace

@@ -51,7 +51,8 @@ void Console::Load(Words) {
 }
 
 void Console::Unload(Words) {
-    if (!host_.Component() || !host_.Component()->IsLoaded()) throw CommandError("KvTM10 is not loaded");
+    // loaded or not: a load that failed may have left something to take away
+    if (!host_.Component()) throw CommandError("KvTM10 is not loaded");
     host_.Unload();
 }
 
@@ -102,16 +103,21 @@ void Console::Tab(Words words) {
 }
 
 void Console::Item(Words words) {
-    std::int32_t kind = eventKind::Opened;
+    std::optional<std::int32_t> kind;
     std::optional<bool> checked;
+    const auto refuseRepeated = [this](bool given) {
+        if (given) throw CommandError("expected: " + FindCommand(command_).Usage());
+    };
     for (const std::string& word : words.subspan(1)) {
         if (const std::optional<NamedValue> pair = ReadNamedValue(word); pair && pair->name == "checked") {
+            refuseRepeated(checked.has_value());
             checked = ReadBoolean("checked", pair->value);
         } else {
+            refuseRepeated(kind.has_value());
             kind = ReadNumber("KIND", word);
         }
     }
-    host_.ListItemEvent(ToolList, words[0], kind, checked);
+    host_.ListItemEvent(ToolList, words[0], kind.value_or(eventKind::Opened), checked);
 }
 
 void Console::Column(Words words) {

@@ -55,6 +55,13 @@ std::unique_ptr<LineSource> StandardInput(const OwnStreams& streams, SideWatch w
     return LineSource::OfTerminal(streams.In(), screen, std::move(watch));
 }
 
+/// `status`, unless something of what was written did not get out.
+ExitStatus WithOutput(std::FILE* out, ExitStatus status) {
+    if (std::fflush(out) == 0 && !std::ferror(out)) return status;
+    std::fputs("arvon-console: the output could not be written\n", stderr);
+    return SomeNotCarriedOut;
+}
+
 ExitStatus Run(const CommandLine& line) {
     std::optional<OpenScript> script;
     if (line.script) script.emplace(*line.script);
@@ -72,17 +79,20 @@ ExitStatus Run(const CommandLine& line) {
         script ? LineSource::OfDescriptor(script->Descriptor(), endedPrograms)
                : StandardInput(streams, endedPrograms);
     Console console(host, *writer, FolderOfProgram() / "KvTM10.so");
-    return console.Run(*lines, !script && isatty(streams.In())) ? AllCarriedOut : SomeNotCarriedOut;
+    const bool isTyped = !script && isatty(streams.In());
+    const ExitStatus status = console.Run(*lines, isTyped) ? AllCarriedOut : SomeNotCarriedOut;
+    return WithOutput(streams.Out(), status);
 }
 
 } // namespace
 
 int main(int count, char** arguments) {
     try {
+        FillStandardStreams();
         const CommandLine line = ReadCommandLine(count, arguments);
         if (line.help) {
             std::fputs(line.help->c_str(), stdout);
-            return AllCarriedOut;
+            return WithOutput(stdout, AllCarriedOut);
         }
         return Run(line);
     } catch (const std::exception& failure) {

@@ -22,6 +22,12 @@ int KeepCopy(int descriptor, const char* what) {
 
 } // namespace
 
+void FillStandardStreams() {
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(standard, F_GETFD) < 0) Checked(open("/dev/null", O_RDWR), "/dev/null"); // the lowest free
+    }
+}
+
 OwnStreams::OwnStreams() : in_(KeepCopy(STDIN_FILENO, "standard input")) {
     const int out = KeepCopy(STDOUT_FILENO, "standard output");
     const int nothing = Checked(open("/dev/null", O_RDONLY | O_CLOEXEC), "/dev/null");

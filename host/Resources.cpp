@@ -7,6 +7,7 @@
 #include "platform/StringModules.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -48,11 +49,17 @@ std::string Resources::Folder(const std::string& language) const {
 
 bool Resources::Open(const std::string& language) {
     const std::string path = Folder(language) + "\\Tools.dll";
-    const int opened = ::open(paths_.ToSystem(path).c_str(), O_RDONLY | O_CLOEXEC);
-    if (opened < 0) {
-        trace_.Problem("no string resources for language \"" + language + "\": " + path + ": " +
-                       std::strerror(errno));
+    const auto refuse = [&](const std::string& reason) {
+        trace_.Problem("no string resources for language \"" + language + "\": " + path + ": " + reason);
         return false;
+    };
+    // Not blocking: a FIFO in the file's place must not hang the host.
+    const int opened = ::open(paths_.ToSystem(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (opened < 0) return refuse(std::strerror(errno));
+    struct stat status {};
+    if (::fstat(opened, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(opened);
+        return refuse("it is no regular file");
     }
     if (module_) {
         ::dup3(opened, module_, O_CLOEXEC);

@@ -130,10 +130,11 @@ void Node::Refresh() {
 
 void Node::Ask() {
     context_->asked = this;
-    loaded_ = true;
+    const bool isNew = !std::exchange(loaded_, true);
     const auto context = context_; // the owner may remove the node
     const std::string key = key_;
     const std::string owner = owner_;
+    if (isNew) context->trace.Changed(ModelPart::Tabs);
     context->events.Node(owner, context->tabKey, eventKind::Selected, key);
 }
 

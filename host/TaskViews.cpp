@@ -101,9 +101,13 @@ std::shared_ptr<ITaskView> TaskViews::Item(std::string_view key) {
 }
 
 const TaskViews::Pane* TaskViews::WithTask(std::string_view taskKey) const {
-    for (const Pane& pane : panes_)
-        if (pane.view->HasTask(taskKey)) return &pane;
-    return nullptr;
+    const Pane* hidden = nullptr;
+    for (const Pane& pane : panes_) {
+        if (!pane.view->HasTask(taskKey)) continue;
+        if (pane.view->IsVisible()) return &pane;
+        if (!hidden) hidden = &pane;
+    }
+    return hidden;
 }
 
 const TaskViews::Pane* TaskViews::First() const {

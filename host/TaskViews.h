@@ -33,6 +33,7 @@ public:
     std::optional<bool> TaskState(std::string_view key) const override;
 
     bool HasTask(std::string_view key) const { return tasks_.Find(key) != nullptr; }
+    bool IsVisible() const noexcept { return fields_.visible; }
     bool ShowsAll() const noexcept { return fields_.showAll; }
     /// By the user; returns the new state.
     bool TurnShowAll();
@@ -61,7 +62,7 @@ public:
         ViewKind kind = ViewKind::TaskPane;
         std::string owner;
     };
-    /// The first pane with that task; null when there is none.
+    /// The first visible pane with that task, else the first of the hidden ones; null when there is none.
     const Pane* WithTask(std::string_view taskKey) const;
     /// The first pane; null when there is none.
     const Pane* First() const;

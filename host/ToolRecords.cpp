@@ -121,6 +121,10 @@ base::Value ToolRecord::Get(std::string_view member) const {
 
 void ToolRecord::Set(std::string_view member, const base::Value& value) {
     trace_.Call("Record.Set", Text(ToolField::Name), member, value);
+    Assign(member, value);
+}
+
+void ToolRecord::Assign(std::string_view member, const base::Value& value) {
     const auto field = FieldOf(member);
     if (!field) {
         if (!SameMember(member, xmlMember)) NoSuchMember(member);
@@ -214,8 +218,14 @@ std::shared_ptr<ToolRecord> ToolRecords::Find(std::string_view name) const {
 
 std::shared_ptr<ToolRecord> ToolRecords::FindById(std::string_view id) const {
     if (id.empty()) return nullptr;
+    return FindIf([id](const auto& record) {
+        return record->Text(ToolField::Vrex) == id || record->Text(ToolField::Identifier) == id;
+    });
+}
+
+template <class Test> std::shared_ptr<ToolRecord> ToolRecords::FindIf(const Test& test) const {
     for (const auto& record : records_)
-        if (record->Text(ToolField::Vrex) == id || record->Text(ToolField::Identifier) == id) return record;
+        if (test(record)) return record;
     return nullptr;
 }
 
@@ -338,12 +348,28 @@ void ToolRecords::Save() {
 
 void ToolRecords::Edit(const std::shared_ptr<IToolRecord>& record, std::string_view caller) {
     if (!record) Raise(base::errors::ObjectNotSet, "no record to edit");
-    const auto name = [&] {
-        const auto* own = dynamic_cast<const ToolRecord*>(record.get());
-        return own ? own->Text(ToolField::Name) : std::string();
-    };
+    const auto own = std::dynamic_pointer_cast<ToolRecord>(record);
+    const auto name = [&] { return own ? own->Text(ToolField::Name) : std::string(); };
     trace_.Call("Tools.Edit", name, caller);
-    if (editor_ && editor_(*record)) Save();
+    if (!editor_ || !editor_(*record)) return;
+    // the catalogue may have been read anew while the user was at it
+    if (own && !FindIf([&](const auto& present) { return present == own; })) HandOver(*own);
+    Save();
+}
+
+void ToolRecords::HandOver(ToolRecord& edited) {
+    const auto changes = edited.ChangedAttributes();
+    if (changes.empty()) return;
+    const auto origin = edited.Origin();
+    const auto present = FindIf([&](const auto& record) { return record->Origin() == origin; });
+    if (!present) {
+        trace_.Problem("the catalogue holds the tool \"" + origin.first +
+                       "\" no more: its changes were not saved");
+        return;
+    }
+    for (const auto& [attribute, text] : changes)
+        present->Assign(attribute, text);
+    edited.MarkSaved();
 }
 
 std::vector<model::Tool> ToolRecords::Snapshot() const {

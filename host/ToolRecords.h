@@ -59,6 +59,9 @@ public:
     /// Throws InvalidCall for "XML", TypeMismatch for a value that does not fit.
     void Set(std::string_view member, const base::Value& value) override;
 
+    /// What Set does without being called by a tool.
+    void Assign(std::string_view member, const base::Value& value);
+
     const std::string& Text(ToolField field) const noexcept {
         return texts_[static_cast<std::size_t>(field)];
     }
@@ -117,7 +120,11 @@ private:
     };
     Catalogue Load() const;
     void Read();
+    /// The first record of which `test` is true; null when there is none.
+    template <class Test> std::shared_ptr<ToolRecord> FindIf(const Test& test) const;
     void Take(std::shared_ptr<ToolRecord> record) const;
+    /// Hands the changes of a record that is not in the collection any more to the one in its place.
+    void HandOver(ToolRecord& edited);
     void KeyByName() const;
 
     Trace& trace_;

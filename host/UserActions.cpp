@@ -81,14 +81,13 @@ void ReferenceHost::ClickButton(std::string_view key) {
 
 void ReferenceHost::ClickTask(std::string_view key, bool flag) {
     const TaskViews::Pane* pane = framework_->taskViews_.WithTask(key);
-    std::string owner = pane ? pane->owner : std::string();
+    const bool isSwitch = !pane && key == showAllTask;
+    if (isSwitch) pane = framework_->taskViews_.First();
+    std::string owner;
     if (pane) {
-        // a task of its own pane
-    } else if (key == showAllTask) {
-        pane = framework_->taskViews_.First();
-        if (!pane) RaiseNoSuch("task", key);
+        if (!pane->view->IsVisible()) CannotBeUsed("task", key, "hidden");
         owner = pane->owner;
-        flag = pane->view->TurnShowAll();
+        if (isSwitch) flag = pane->view->TurnShowAll();
     } else if (std::find(ownTasks.begin(), ownTasks.end(), key) != ownTasks.end()) {
         owner = listenerId::Component;
     } else {

@@ -193,6 +193,9 @@ TEST_F(Recording, TellsEveryPartThatChanges) {
                 ElementsAre(ModelPart::Toolbar));
     EXPECT_THAT(changesOf([&] { Framework().Tabs().Add(1, "t", "o", nullptr, true); }),
                 ElementsAre(ModelPart::Tabs));
+    const auto node = Framework().Tabs().Item("t")->Nodes().Add("n", "o", 3, "", nullptr, true, 0);
+    EXPECT_THAT(changesOf([&] { node->Refresh(); }), ElementsAre(ModelPart::Tabs)); // is loaded now
+    EXPECT_THAT(changesOf([&] { node->Refresh(); }), IsEmpty());
     EXPECT_THAT(changesOf([&] { Framework().Tools().Reload(); }), ElementsAre(ModelPart::Tools));
     EXPECT_THAT(changesOf([&] { Host().Listen("a", ""); }), ElementsAre(ModelPart::Listeners));
     EXPECT_THAT(changesOf([&] { Framework().SwitchLanguage("1033"); }), ElementsAre(ModelPart::Settings));

@@ -5,6 +5,7 @@
 #include "platform/StringModules.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 namespace arvon::host::test {
 namespace {
@@ -109,6 +110,23 @@ TEST_F(ResourcesOfTheHost, AreEmptyInADamagedModule) {
     Open();
     EXPECT_GT(Handle(), 2);
     EXPECT_TRUE(Framework().GetResource("Tools", "1").IsEmpty());
+}
+
+TEST_F(ResourcesOfTheHost, AreInARegularFileOnly) {
+    const std::filesystem::path file = installation.File("Arvon/resources/1033/Tools.dll");
+    std::filesystem::remove(file);
+    const auto expectNone = [&] {
+        EXPECT_EQ(Handle(), 0);
+        EXPECT_THAT(Host().Problems(), ElementsAre(testing::EndsWith("it is no regular file")));
+        EXPECT_EQ(Framework().SwitchLanguage("1033"), "");
+    };
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    Open();
+    expectNone();
+    std::filesystem::remove(file);
+    std::filesystem::create_directory(file);
+    Open();
+    expectNone();
 }
 
 TEST_F(ResourcesOfTheHost, AreClosedWithTheHost) {

@@ -233,6 +233,43 @@ TEST_F(ToolsSave, FollowsAnEditByTheUser) {
     EXPECT_THAT(recorder.calls, testing::Contains("Tools.Edit(\"Alpha\", \"EditTool\")"));
 }
 
+TEST_F(ToolsSave, FollowsAnEditDuringWhichTheCatalogueWasReadAnew) {
+    Hooks hooks;
+    hooks.editRecord = [&](IToolRecord& record) {
+        record.Set("Name", "Alef");
+        Tools().Reload();
+        record.Set("ShowInList", false);
+        record.Set("LastUpdated", base::FromCalendar({2024, 3, 1, 0, 0, 0}));
+        return true;
+    };
+    Open(std::move(hooks));
+    const auto held = Tools().Item("Alpha");
+    Tools().Edit(held, "EditTool");
+    EXPECT_EQ(Text(),
+              With("Other=\"x > y\" />", "Other=\"x > y\" ShowInList=\"0\" LastUpdated=\"2024-03-01\" />",
+                   With("'Alpha'", "'Alef'")));
+    ASSERT_NE(Tools().Item("Alef"), nullptr);
+    EXPECT_NE(Tools().Item("Alef"), held);
+    EXPECT_FALSE(Tools().Item("Alef")->ShowInList());
+    EXPECT_EQ(Tools().Item("Alpha"), nullptr);
+    EXPECT_THAT(recorder.problems, IsEmpty());
+}
+
+TEST_F(ToolsSave, TellsOfAnEditOfARecordThatTheCatalogueHoldsNoMore) {
+    Hooks hooks;
+    hooks.editRecord = [&](IToolRecord& record) {
+        record.Set("Brand", "Mine");
+        installation.WriteTools({{.name = "Other"}});
+        Tools().Reload();
+        return true;
+    };
+    Open(std::move(hooks));
+    Tools().Edit(Tools().Item("Alpha"), "EditTool");
+    EXPECT_THAT(recorder.problems,
+                ElementsAre("the catalogue holds the tool \"Alpha\" no more: its changes were not saved"));
+    EXPECT_EQ(Text().find("Mine"), std::string::npos);
+}
+
 TEST_F(ToolsSave, IsNotDoneByAnEditWithoutAnEditor) {
     Tools().Item("Alpha")->Set("version", "2");
     Tools().Edit(Tools().Item("Alpha"), "EditTool");

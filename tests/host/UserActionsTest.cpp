@@ -104,6 +104,7 @@ TEST_F(UserActions, ClickAButton) {
 TEST_F(UserActions, ClickATaskOfAPane) {
     const auto pane = Framework().TaskViews().NewTaskView();
     pane->AddTask("tskRemove", "", "", "", "");
+    pane->SetVisible(true);
     Framework().TaskViews().Add("pane", ViewKind::TaskPane, pane, "you");
     EXPECT_THAT(EventsOf([&] { Host().ClickTask("tskRemove"); }),
                 ElementsAre("SnapIn>you event 5 tskRemove 0/0(Flag=False)"));
@@ -113,9 +114,27 @@ TEST_F(UserActions, ClickATaskOfAPane) {
     EXPECT_EQ(WhyNot([&] { Host().ClickTask(""); }), "no task \"\"");
 }
 
+TEST_F(UserActions, DoNotReachTasksOfAHiddenPane) {
+    const auto hidden = Framework().TaskViews().NewTaskView();
+    hidden->AddTask("tskRemove", "", "", "", "");
+    Framework().TaskViews().Add("pane", ViewKind::TaskPane, hidden, "you");
+    EXPECT_EQ(WhyNot([&] { Host().ClickTask("tskRemove"); }), "task \"tskRemove\" is hidden");
+    EXPECT_EQ(WhyNot([&] { Host().ClickTask("tskShowAll"); }), "task \"tskShowAll\" is hidden");
+    EXPECT_EQ(hidden->TaskState("tskShowAll"), false);
+    const auto shown = Framework().TaskViews().NewTaskView();
+    shown->AddTask("tskRemove", "", "", "", "");
+    shown->SetVisible(true);
+    Framework().TaskViews().Add("other", ViewKind::TaskPane, shown, "me");
+    EXPECT_THAT(EventsOf([&] { Host().ClickTask("tskRemove"); }),
+                ElementsAre("SnapIn>me event 5 tskRemove 0/0(Flag=False)"));
+    hidden->SetVisible(true);
+    EXPECT_EQ(EventsOf([&] { Host().ClickTask("tskShowAll"); }).size(), 1u);
+}
+
 TEST_F(UserActions, TurnThePanesSwitch) {
     EXPECT_EQ(WhyNot([&] { Host().ClickTask("tskShowAll"); }), "no task \"tskShowAll\"");
     const auto pane = Framework().TaskViews().NewTaskView();
+    pane->SetVisible(true);
     Framework().TaskViews().Add("pane", ViewKind::TaskPane, pane, "you");
     EXPECT_THAT(EventsOf([&] { Host().ClickTask("tskShowAll"); }),
                 ElementsAre("SnapIn>you event 5 tskShowAll 0/0(Flag=True)"));

@@ -1,5 +1,7 @@
 #include "tests/scenario/ConsoleRun.h"
 
+#include "tests/support/TestProgram.h"
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -21,6 +23,19 @@ protected:
         EXPECT_THAT(run.StandardError(), StartsWith("arvon-console: "));
         EXPECT_THAT(run.StandardError(), HasSubstr(reason));
         EXPECT_EQ(std::count(run.StandardError().begin(), run.StandardError().end(), '\n'), 1);
+    }
+
+    static constexpr const char* WriteSheet =
+        "load\nrequest SetOptionValue ToolID=Tobr43 OptionName=cmbSheet OptionValue=A0\n";
+
+    /// Runs a script on this test's suite, started by a shell that changes the streams so.
+    Transcript RunWithStreams(std::string_view script, const std::string& streams) const {
+        folder.Write("script.arvon", script);
+        const std::vector<std::string> words{"/bin/sh", "-c",      "exec \"$@\" " + streams,
+                                             "sh",      Console(), "--json",
+                                             "--suite", suite,     folder / "script.arvon"};
+        const int status = WaitForEnd(StartProgram(words, {"/dev/null", folder / "out", folder / "err"}));
+        return {status, folder.Read("out"), folder.Read("err")};
     }
 };
 
@@ -86,6 +101,46 @@ TEST_F(ConsoleProgram, ReadsAScriptWithCrLfAndNoEndOfItsLastLine) {
     EXPECT_EQ(run.ExitStatus(), 0);
     EXPECT_THAT(run.Replies(), ElementsAre("True", R"(C:\QUARRA\Arvon\resources\1033)"));
     EXPECT_THAT(run.State("listeners"), testing::Contains("KvTM10"));
+}
+
+TEST_F(ConsoleProgram, ReadsItsScriptWhenStandardStreamsAreClosed) {
+    const Transcript noInput = RunWithStreams("load\nrequest GetResourcePath\n", "<&-");
+    EXPECT_EQ(noInput.ExitStatus(), 0);
+    EXPECT_THAT(noInput.Replies(), ElementsAre("True", R"(C:\QUARRA\Arvon\resources\1033)"));
+
+    const char* optionsFile = "drive_c/QUARRA/Arvon/OPTIONS.XML";
+    const std::string before = Read(optionsFile);
+    for (const char* closed : {">&-", "<&- >&-", "<&- >&- 2>&-"}) {
+        Write(optionsFile, before);
+        const Transcript run = RunWithStreams(WriteSheet, closed);
+        EXPECT_EQ(run.ExitStatus(), 0) << closed;
+        EXPECT_THAT(run.Output() + run.StandardError(), IsEmpty()) << closed;
+        EXPECT_THAT(Read(optionsFile), HasSubstr("<Value>A0</Value>")) << closed;
+        EXPECT_EQ(folder.Read("script.arvon"), WriteSheet) << closed;
+    }
+}
+
+TEST_F(ConsoleProgram, EndsWith1WhenItsOutputIsLostAndCarriesOutTheCommands) {
+    for (const char* streams : {">/dev/full", "--quiet >/dev/full"}) {
+        const Transcript run = RunWithStreams(WriteSheet, streams);
+        EXPECT_EQ(run.ExitStatus(), 1) << streams;
+        EXPECT_EQ(run.StandardError(), "arvon-console: the output could not be written\n") << streams;
+    }
+    EXPECT_THAT(Read("drive_c/QUARRA/Arvon/OPTIONS.XML"), HasSubstr("<Value>A0</Value>"));
+}
+
+TEST_F(ConsoleProgram, EndsWith1WhenItCannotExplainItself) {
+    const int status =
+        WaitForEnd(StartProgram({Console(), "--help"}, {"/dev/null", "/dev/full", folder / "err"}));
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(folder.Read("err"), "arvon-console: the output could not be written\n");
+}
+
+TEST_F(ConsoleProgram, EndsWith1WhenWhatItWroteForAPersonIsLost) {
+    folder.Write("in", "show tools\n");
+    const int status =
+        WaitForEnd(StartProgram({Console(), "--suite", suite}, {folder / "in", "/dev/full", folder / "err"}));
+    EXPECT_EQ(status, 1);
 }
 
 TEST_F(ConsoleProgram, GoesOnAfterAQuoteThatIsNotClosed) {

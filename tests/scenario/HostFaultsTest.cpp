@@ -30,8 +30,17 @@ TEST_F(HostFaults, AreReportedOnceWithNumberSourceAndDescription) {
 }
 
 TEST_F(HostFaults, EndAfterTheirCount) {
-    const Transcript run = Run("fail Views.Add 2\nload\nload\nunload\n");
-    EXPECT_THAT(run.Errors(), ElementsAre("Views.Add failed", "Views.Add failed", "KvTM10 is not loaded"));
+    const Transcript run = Run("fail Views.Add 2\nload\nload\nload\n");
+    EXPECT_THAT(run.Errors(), ElementsAre("Views.Add failed", "Views.Add failed"));
+    EXPECT_THAT(run.Replies(), ElementsAre("True"));
+}
+
+TEST_F(HostFaults, WhileLoadingLeaveWhatUnloadTakesAway) {
+    const Transcript run = Run("fail Menus.Add\nload\nunload\nload\nshow menus\n");
+    EXPECT_THAT(run.Errors(), ElementsAre("Menus.Add failed"));
+    EXPECT_THAT(run.Replies(), ElementsAre("True"));
+    EXPECT_THAT(run.Reports(), IsEmpty());
+    EXPECT_THAT(Column(run.State("menus"), "key"), testing::Contains("mnuTool"));
 }
 
 TEST_F(HostFaults, AreMarkedInTheCallThatFails) {
