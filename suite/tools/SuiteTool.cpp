@@ -29,15 +29,8 @@ bool SuiteTool::Load(const std::shared_ptr<arvon::IFramework>& framework) {
 void SuiteTool::Unload() {
     if (!loaded_) return;
     loaded_ = false;
-    // the framework outlives this call through the local reference, whatever OnUnload does
-    const std::shared_ptr<arvon::IFramework> framework = framework_;
-    try {
-        OnUnload();
-    } catch (const base::ComponentError& error) {
-        Report(error, "Unload");
-    }
-    framework_.reset();
     tasks_.reset();
+    framework_.reset();
 }
 
 std::string SuiteTool::ReceiveMessage(const std::shared_ptr<arvon::IMessage>& message) {

@@ -49,7 +49,6 @@ public:
 protected:
     /// Called while loading, when the tool can be asked already. A ComponentError makes the loading fail.
     virtual void OnLoad() {}
-    virtual void OnUnload() {}
     /// The answer to a request; empty for one that the tool does not know.
     virtual std::string OnRequest(arvon::IRequest& /*request*/) { return {}; }
     virtual void OnEvent(arvon::IEvent& /*event*/) {}

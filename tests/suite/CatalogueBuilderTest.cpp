@@ -45,6 +45,15 @@ TEST(CatalogueBuilder, KeepsToolsInsideTools) {
     EXPECT_EQ(Build({Descriptor("a", "<Program>" + nested + "</Program>")}), "<Tools>" + nested + "</Tools>");
 }
 
+TEST(CatalogueBuilder, PutsAProgramInsideTheToolThatItNamesOrElseIntoItsGroup) {
+    const ProgramDescriptor outer = Descriptor("a", "<Program Group='G'><Tool Name='a' VREX='A'/></Program>");
+    const ProgramDescriptor inner =
+        Descriptor("b", "<Program Group='G' Inside='A'><Tool Name='b' VREX='B'/></Program>");
+    EXPECT_EQ(Build({outer, inner}), "<Tools><Group Name=\"G\"><Tool Name=\"a\" VREX=\"A\"><Tool "
+                                     "Name=\"b\" VREX=\"B\"/></Tool></Group></Tools>");
+    EXPECT_EQ(Build({inner}), "<Tools><Group Name=\"G\"><Tool Name=\"b\" VREX=\"B\"/></Group></Tools>");
+}
+
 TEST(CatalogueBuilder, KeepsWhatTheUserChoseToShow) {
     EXPECT_EQ(
         Build({Descriptor("a", "<Program><Tool Name='a' VREX='A' ShowInList='-1'/><Tool Name='b' VREX='B' "
@@ -52,6 +61,37 @@ TEST(CatalogueBuilder, KeepsWhatTheUserChoseToShow) {
               "<Tools><Group><Tool VREX='A' ShowInList='0'/></Group><Tool VREX='B'/></Tools>"),
         "<Tools><Tool Name=\"a\" VREX=\"A\" ShowInList=\"0\"/><Tool Name=\"b\" VREX=\"B\" "
         "ShowInList=\"-1\"/></Tools>");
+}
+
+TEST(CatalogueBuilder, TellsWhichNamesAndCommandLinesGoBack) {
+    base::XmlDocument previous;
+    previous.LoadText("<Tools><Tool Name='x' VREX='A' CommandLine='--x'/><Tool Name='b' VREX='B' "
+                      "CommandLine=''/><Tool Name='c' VREX='C' ShowInList='0' version='1'/><Tool VREX='D'/>"
+                      "<Tool Name='gone' VREX='E'/></Tools>");
+    const std::vector<ProgramDescriptor> descriptors = {
+        Descriptor("f", "<Program><Tool Name='a' VREX='A'/><Tool Name='b' VREX='B' CommandLine='--b'/>"
+                        "<Tool Name='c' VREX='C' ShowInList='-1' version='2'/><Tool Name='d' VREX='D'/>"
+                        "</Program>")};
+    const Catalogue catalogue = BuildCatalogue(descriptors, previous);
+    EXPECT_THAT(catalogue.document.Text(),
+                HasSubstr("<Tool Name=\"a\" VREX=\"A\"/><Tool Name=\"b\" VREX=\"B\" CommandLine=\"--b\"/>"));
+    EXPECT_THAT(
+        catalogue.dropped,
+        ElementsAre("A: the name \"x\" goes back to \"a\", the command line \"--x\" goes back to \"\"",
+                    "B: the command line \"\" goes back to \"--b\""));
+    EXPECT_THAT(catalogue.problems, IsEmpty());
+}
+
+TEST(CatalogueBuilder, NeitherNameNorVrexOfAToolThatIsLeftOutIsTaken) {
+    const std::vector<ProgramDescriptor> descriptors = {
+        Descriptor("f1", "<Program><Tool Name='a' VREX='A'/></Program>"),
+        Descriptor("f2", "<Program><Tool Name='b' VREX='A'/><Tool Name='a' VREX='C'/></Program>"),
+        Descriptor("f3", "<Program><Tool Name='b' VREX='B'/><Tool Name='c' VREX='C'/></Program>"),
+    };
+    const Catalogue catalogue = BuildCatalogue(descriptors, {});
+    EXPECT_EQ(catalogue.document.Text(), "<Tools><Tool Name=\"a\" VREX=\"A\"/><Tool Name=\"b\" VREX=\"B\"/>"
+                                         "<Tool Name=\"c\" VREX=\"C\"/></Tools>");
+    EXPECT_THAT(catalogue.problems, ElementsAre(HasSubstr("\"b\" (A)"), HasSubstr("\"a\" (C)")));
 }
 
 TEST(CatalogueBuilder, LeavesOutWhatIsIncompleteOrThereTwiceAndSaysSo) {
@@ -96,7 +136,9 @@ TEST_F(BuildToolXml, MakesTheCatalogueThatTheSuiteShips) {
     EXPECT_EQ(CatalogueText(), shipped);
 
     fs::remove(Quarra("Arvon/Tools.xml"));
-    EXPECT_EQ(RunBuilder().exitCode, 0);
+    const ProgramEnd first = RunBuilder();
+    EXPECT_EQ(first.exitCode, 0);
+    EXPECT_EQ(first.errors, "");
     EXPECT_EQ(CatalogueText(), shipped);
 }
 
@@ -124,8 +166,29 @@ TEST_F(BuildToolXml, OneDamagedProgramDoesNotHideTheOthers) {
 TEST_F(BuildToolXml, ReplacesACatalogueThatCannotBeRead) {
     const std::string shipped = CatalogueText();
     Write(Quarra("Arvon/Tools.xml"), "<Tools><Tool");
-    EXPECT_EQ(RunBuilder().exitCode, 0);
+    const ProgramEnd end = RunBuilder();
+    EXPECT_EQ(end.exitCode, 0);
+    EXPECT_THAT(end.errors, HasSubstr("what the user chose to show or hide cannot be taken over: "));
+    EXPECT_THAT(end.errors, HasSubstr("Tools.xml: "));
     EXPECT_EQ(CatalogueText(), shipped);
+}
+
+TEST_F(BuildToolXml, TellsWhatWasEditedAndGoesBack) {
+    const std::string shipped = CatalogueText();
+    std::string edited = shipped;
+    edited.replace(edited.find("Name=\"Layout\""), 13, "Name=\"Plans\"");
+    Write(Quarra("Arvon/Tools.xml"), edited);
+    const ProgramEnd end = RunBuilder();
+    EXPECT_EQ(end.exitCode, 0);
+    EXPECT_EQ(end.errors, "BuildToolXML_Arvon11: Tobr43: the name \"Plans\" goes back to \"Layout\"\n");
+    EXPECT_EQ(CatalogueText(), shipped);
+}
+
+TEST_F(BuildToolXml, KeepsAToolWhenTheOneThatItStandsInIsGone) {
+    fs::remove_all(Quarra("Jx320"));
+    EXPECT_EQ(RunBuilder().exitCode, 0);
+    EXPECT_THAT(Names(), testing::Contains("Level Book"));
+    EXPECT_THAT(Names(), testing::Not(testing::Contains("Site Survey")));
 }
 
 TEST_F(BuildToolXml, WorksOnTheInstallationThatItIsGiven) {

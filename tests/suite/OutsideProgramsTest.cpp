@@ -21,7 +21,7 @@ TEST_F(OutsidePrograms, EachRunsAndLogsInItsOwnFolder) {
              Case{"Tobr44/Tobr44.exe", "Tobr44/Tobr44.log", "Plot Queue"},
              Case{"Jx310/Jx310.exe", "Jx310/Jx310.log", "Load Tables"},
              Case{"Jx320/Jx320.exe", "Jx320/Jx320.log", "Site Survey"},
-             Case{"Jx320/Jx321.exe", "Jx320/Jx321.log", "Level Book"},
+             Case{"Jx321/Jx321.exe", "Jx321/Jx321.log", "Level Book"},
              Case{"Jx355/Grid Check/Jx355 Grid.exe", "Jx355/Grid Check/Jx355 Grid.log", "Grid Check"},
              Case{"Jx377/Jx377.exe", "Jx377/Jx377.log", "Łożyska"},
          }) {

@@ -46,7 +46,7 @@ TEST_F(OutsideWindows, BearTheProgramsTitleAndGoOnRequest) {
              Case{"Tobr44/Tobr44.exe", "Plot Queue"},
              Case{"Jx310/Jx310.exe", "Load Tables"},
              Case{"Jx320/Jx320.exe", "Site Survey"},
-             Case{"Jx320/Jx321.exe", "Level Book"},
+             Case{"Jx321/Jx321.exe", "Level Book"},
              Case{"Jx355/Grid Check/Jx355 Grid.exe", "Grid Check"},
              Case{"Jx377/Jx377.exe", "Łożyska"},
          }) {

@@ -68,7 +68,7 @@ protected:
 
 TEST_F(RemoveProgram, TakesEveryProgramOfTheSuiteAwayWhole) {
     for (const std::string vrex : {"Tobr11", "Tobr20", "Tobr43", "Tobr44", "Tobr50", "Jx310", "Jx320",
-                                   "Jx355", "Jx377", "Vn21", "Vn34", "Qx07", "Qx12"}) {
+                                   "Jx321", "Jx355", "Jx377", "Vn21", "Vn34", "Qx07", "Qx12"}) {
         SCOPED_TRACE(vrex);
         fs::remove(Quarra("Enviro/ResultOK.txt"));
         const ProgramEnd end = Remove(vrex);
@@ -96,6 +96,12 @@ TEST_F(RemoveProgram, TouchesNothingElse) {
     EXPECT_EQ(after.erase("suite/drive_c/QUARRA/Enviro/ResultOK.txt"), 1U);
     EXPECT_EQ(after.erase("suite/drive_c/QUARRA/Enviro/Remove.ini"), 1U);
     EXPECT_EQ(after, expected);
+}
+
+TEST_F(RemoveProgram, LeavesTheProgramOfAToolThatStandsInsideTheRemovedOne) {
+    EXPECT_EQ(Remove("Jx320").exitCode, 0);
+    EXPECT_FALSE(fs::exists(Quarra("Jx320")));
+    EXPECT_EQ(Run(Quarra("Jx321/Jx321.exe"), {"--seconds", "0"}).exitCode, 0);
 }
 
 TEST_F(RemoveProgram, LeavesWhatTheLogDoesNotName) {

@@ -157,6 +157,14 @@ TEST_F(SampleData, HasTheProgramAndThePictureOfEachTool) {
     }
 }
 
+TEST_F(SampleData, KeepsEachProgramInTheFolderOfItsVrex) {
+    for (const Attributes& tool : Tools()) {
+        const std::string& path = tool.at("Path");
+        if (IsFrameworks(tool) || path.empty()) continue;
+        EXPECT_TRUE(path.starts_with("C:\\QUARRA\\" + tool.at("VREX") + "\\")) << path;
+    }
+}
+
 TEST_F(SampleData, HasAnInstallLogThatNamesWhatLiesInEachProgramFolder) {
     for (const fs::directory_entry& folder : fs::directory_iterator(Quarra())) {
         const std::string vrex = folder.path().filename().string();

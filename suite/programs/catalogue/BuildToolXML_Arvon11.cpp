@@ -5,8 +5,9 @@
 //
 // Without DIR it works on the installation that ARVON_INSTALLATION names, or on the one that it lies in. What
 // has to be left out (a descriptor that cannot be read, a tool that is there twice) is told on standard
-// error, and the catalogue written all the same: one damaged program does not hide the others. Exit status 0;
-// 1 when something was left out or the catalogue could not be written; 2 for a bad command line.
+// error, and the catalogue written all the same: one damaged program does not hide the others. What is not
+// taken over from the catalogue that was there before is told, too. Exit status 0; 1 when something was left
+// out or the catalogue could not be written; 2 for a bad command line.
 
 #include "base/ComponentError.h"
 #include "base/Text.h"
@@ -16,6 +17,7 @@
 #include "suite/programs/catalogue/CatalogueBuilder.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -61,13 +63,20 @@ Descriptors ReadDescriptors(const platform::FilePaths& paths) {
     return result;
 }
 
-/// Empty when there is none, or one that cannot be read: it is about to be replaced anyway.
+void Tell(const std::vector<std::string>& lines) {
+    for (const std::string& line : lines)
+        std::cerr << "BuildToolXML_Arvon11: " << line << '\n';
+}
+
+/// Empty when there is none, or one that cannot be read, which is told: it is about to be replaced anyway.
 base::XmlDocument ReadPrevious(const fs::path& file) {
     base::XmlDocument document;
     try {
         document.LoadFile(file);
-    } catch (const base::ComponentError&) {
-        return {};
+    } catch (const base::ComponentError& error) {
+        const std::int32_t number = error.Number();
+        if (number != base::errors::FileNotFound && number != base::errors::PathNotFound)
+            Tell({"what the user chose to show or hide cannot be taken over: " + error.Description()});
     }
     return document;
 }
@@ -80,8 +89,8 @@ int Build(const platform::FilePaths& paths) {
 
     std::vector<std::string>& problems = descriptors.problems;
     problems.insert(problems.end(), catalogue.problems.begin(), catalogue.problems.end());
-    for (const std::string& problem : problems)
-        std::cerr << "BuildToolXML_Arvon11: " << problem << '\n';
+    Tell(problems);
+    Tell(catalogue.dropped);
     return problems.empty() ? 0 : 1;
 }
 

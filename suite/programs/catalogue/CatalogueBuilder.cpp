@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <utility>
 
 namespace suite {
 namespace {
@@ -14,10 +15,8 @@ class Builder {
 public:
     explicit Builder(const base::XmlDocument& previous) : root_(catalogue_.document.CreateRoot("Tools")) {
         if (previous.IsEmpty()) return;
-        for (const base::XmlNode& tool : previous.Select("//Tool")) {
-            if (tool.HasAttribute("ShowInList"))
-                shown_.emplace(tool.Attribute("VREX"), tool.Attribute("ShowInList"));
-        }
+        for (const base::XmlNode& tool : previous.Select("//Tool"))
+            previous_.emplace(tool.Attribute("VREX"), tool);
     }
 
     void Add(const ProgramDescriptor& descriptor) {
@@ -27,13 +26,16 @@ public:
                                           program.Name() + "\"");
             return;
         }
-        AddTools(program, ParentFor(program.Attribute("Group")), descriptor.folder);
+        AddTools(program, ParentFor(program), descriptor.folder);
     }
 
     Catalogue Take() { return std::move(catalogue_); }
 
 private:
-    base::XmlNode ParentFor(const std::string& group) {
+    base::XmlNode ParentFor(const base::XmlNode& program) {
+        const auto holder = tools_.find(program.Attribute("Inside"));
+        if (holder != tools_.end()) return holder->second;
+        const std::string group = program.Attribute("Group");
         if (group.empty()) return root_;
         base::XmlNode& element = groups_[group];
         if (!element) {
@@ -57,7 +59,7 @@ private:
                 return false;
             }
         }
-        if (!names_.insert(tool.Attribute("Name")).second || !vrexes_.insert(tool.Attribute("VREX")).second) {
+        if (names_.contains(tool.Attribute("Name")) || tools_.contains(tool.Attribute("VREX"))) {
             catalogue_.problems.push_back(folder + ": the tool \"" + tool.Attribute("Name") + "\" (" +
                                           tool.Attribute("VREX") + ") is in the catalogue already");
             return false;
@@ -69,16 +71,33 @@ private:
         base::XmlNode added = to.AppendElement("Tool");
         for (const auto& [name, value] : tool.Attributes())
             added.SetAttribute(name.c_str(), value);
-        const auto shown = shown_.find(tool.Attribute("VREX"));
-        if (shown != shown_.end()) added.SetAttribute("ShowInList", shown->second);
+        const auto before = previous_.find(tool.Attribute("VREX"));
+        if (before != previous_.end()) TakeOver(before->second, added);
+        names_.insert(tool.Attribute("Name"));
+        tools_.emplace(tool.Attribute("VREX"), added);
         return added;
+    }
+
+    void TakeOver(const base::XmlNode& before, base::XmlNode& added) {
+        if (before.HasAttribute("ShowInList"))
+            added.SetAttribute("ShowInList", before.Attribute("ShowInList"));
+        std::string dropped;
+        for (const auto& [attribute, what] :
+             {std::pair{"Name", "the name"}, {"CommandLine", "the command line"}}) {
+            const std::string old = before.Attribute(attribute);
+            const std::string now = added.Attribute(attribute);
+            if (!before.HasAttribute(attribute) || old == now) continue;
+            dropped += dropped.empty() ? ": " : ", ";
+            dropped += std::string(what) + " \"" + old + "\" goes back to \"" + now + "\"";
+        }
+        if (!dropped.empty()) catalogue_.dropped.push_back(added.Attribute("VREX") + dropped);
     }
 
     Catalogue catalogue_;
     base::XmlNode root_;
     std::map<std::string, base::XmlNode> groups_;
-    std::map<std::string, std::string> shown_; // "ShowInList" by VREX
-    std::set<std::string> names_, vrexes_;
+    std::map<std::string, base::XmlNode> previous_, tools_; // by VREX
+    std::set<std::string> names_;
 };
 
 } // namespace
