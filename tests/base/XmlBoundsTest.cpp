@@ -1,6 +1,7 @@
 #include "base/XmlDocument.h"
 #include "tests/base/RefusalOf.h"
 #include "tests/base/XmlDump.h"
+#include "tests/support/ProcessorTime.h"
 #include "tests/support/TestFolder.h"
 
 #include <random>
@@ -129,12 +130,27 @@ TEST(XmlBounds, AllowNamesOfAMegabyte) {
 
 TEST(XmlBounds, TakeTimeInProportionToTheText) {
     constexpr std::size_t size = 3'000'000;
+    const auto filled = [](const char* piece) {
+        return Repeated(piece, size / std::string_view(piece).size());
+    };
     for (const char* piece : {"<![CDATA[x]]>", "<!--x-->", "<?x?>", "&#65;", "&amp;", "x<b/>", "<b/> ", "]]",
                               "\r\n", "<b xml:id='x'/>", "<b>abc</b>"})
-        EXPECT_EQ(ReasonFor("<a>" + Repeated(piece, size / std::string_view(piece).size()) + "</a>"), "")
+        EXPECT_LT(ProcessorSecondsOf([&] { EXPECT_EQ(ReasonFor("<a>" + filled(piece) + "</a>"), ""); }),
+                  InProportion)
             << piece;
     for (const char* piece : {"<", "&", "<a b='", "<a", "<!--", "<![CDATA[", "<?", "</", "\xC3\xA9"})
-        EXPECT_NE(ReasonFor(Repeated(piece, size / std::string_view(piece).size())), "") << piece;
+        EXPECT_LT(ProcessorSecondsOf([&] { EXPECT_NE(ReasonFor(filled(piece)), ""); }), InProportion)
+            << piece;
+}
+
+TEST(XmlBounds, TakeTimeInProportionWithManyLevelsAndNamespaces) {
+    std::string text = "<a xmlns:p='u'";
+    for (int i = 1; i < XmlDocument::MaximumNamespaces; ++i)
+        text += " xmlns:p" + std::to_string(i) + "='u" + std::to_string(i) + "'";
+    const std::size_t levels = XmlDocument::MaximumDepth - 2;
+    text +=
+        ">" + Repeated("<b>", levels) + Repeated("<c p:d=''/>", 200'000) + Repeated("</b>", levels) + "</a>";
+    EXPECT_LT(ProcessorSecondsOf([&] { EXPECT_EQ(ReasonFor(text), ""); }), InProportion);
 }
 
 TEST(XmlBounds, RefuseTextsBeyondTheMaximum) {
