@@ -29,7 +29,10 @@ Banner::Banner(const Pictures& pictures) : pictures_(pictures), picture_(new QLa
         dismiss->setToolTip(text::Of(text::banner::Dismiss));
         dismiss->setAccessibleName(dismiss->toolTip());
     });
-    connect(dismiss, &QToolButton::clicked, this, &QWidget::hide);
+    connect(dismiss, &QToolButton::clicked, this, [this] {
+        dismissed_ = true;
+        hide();
+    });
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 6, 0);
     layout->addWidget(picture_);
@@ -40,11 +43,13 @@ Banner::Banner(const Pictures& pictures) : pictures_(pictures), picture_(new QLa
 }
 
 void Banner::Draw(const arvon::host::model::Banner& banner) {
+    if (banner.caption != shown_.caption || banner.picture != shown_.picture) dismissed_ = false;
+    shown_ = banner;
     const QPixmap picture = pictures_.PixmapOfFile(ToQt(banner.picture));
     picture_->setPixmap(picture);
     picture_->setVisible(!picture.isNull());
     caption_->setText(ToQt(banner.caption));
-    setVisible(!banner.caption.empty());
+    setVisible(!banner.caption.empty() && !dismissed_);
 }
 
 } // namespace desktop

@@ -19,6 +19,8 @@ private:
     const Pictures& pictures_;
     QLabel* picture_;
     QLabel* caption_;
+    arvon::host::model::Banner shown_;
+    bool dismissed_ = false; // what is shown
 };
 
 } // namespace desktop

@@ -19,8 +19,6 @@ namespace model = arvon::host::model;
 
 namespace {
 
-constexpr auto listView = "lvTools";
-
 using Entries = std::vector<FinderEntry>;
 
 QString KeysOf(const QKeySequence& keys) {

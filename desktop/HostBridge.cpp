@@ -1,6 +1,7 @@
 #include "desktop/HostBridge.h"
 
 #include "base/ComponentError.h"
+#include "core/contract/EventShapes.h"
 #include "core/contract/Framework.h"
 #include "desktop/MessageBox.h"
 #include "desktop/QtText.h"
@@ -10,8 +11,12 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScopedValueRollback>
 #include <QSocketNotifier>
 
+#include <algorithm>
+#include <array>
+#include <exception>
 #include <utility>
 
 namespace desktop {
@@ -23,13 +28,43 @@ namespace {
 /// Keeps the list of running tools; it must listen before the first one is started.
 constexpr std::string_view launcherComponent = "Zarn11";
 
+constexpr std::string_view propertiesView = "ocxToolProperties";
+constexpr std::string_view errorReport = "ErrorMessage";
+
+/// Requests of controls that the user makes; the others only ask what to show.
+constexpr std::array<std::string_view, 4> usersRequests{"LaunchTool", "SaveToolProperties",
+                                                        "CancelToolProperties", "UpdateOptions"};
+/// Requests that name no tool and are about the component's own.
+constexpr std::array<std::string_view, 2> requestsOfPage{"Initialize", "CancelToolProperties"};
+
+bool IsAmong(std::string_view type, std::span<const std::string_view> types) {
+    return std::ranges::find(types, type) != types.end();
+}
+
+/// Empty when there is none of that name.
+std::string TextOf(const arvon::host::MessageRecord& message, std::string_view parameter) {
+    const auto found = std::ranges::find(message.parameters, parameter, &arvon::host::ParameterRecord::name);
+    return found == message.parameters.end() ? std::string() : found->value.ToText();
+}
+
+const arvon::host::model::Node* FindNode(const std::vector<arvon::host::model::Node>& nodes,
+                                         const std::string& key) {
+    for (const arvon::host::model::Node& node : nodes) {
+        if (node.key == key) return &node;
+        if (const arvon::host::model::Node* below = FindNode(node.nodes, key)) return below;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 /// While it lives, something is under way.
 class HostBridge::Work {
 public:
     explicit Work(HostBridge& bridge) : bridge_(bridge) { ++bridge_.working_; }
-    ~Work() { --bridge_.working_; }
+    ~Work() {
+        if (--bridge_.working_ == 0 && !bridge_.waiting_.empty()) bridge_.TakeNextLater();
+    }
     Work(const Work&) = delete;
     Work& operator=(const Work&) = delete;
 
@@ -40,7 +75,11 @@ private:
 HostBridge::HostBridge(const std::filesystem::path& installation) {
     drawTimer_.setSingleShot(true);
     drawTimer_.setInterval(0);
-    connect(&drawTimer_, &QTimer::timeout, this, [this] { emit Changed(std::exchange(dirty_, {})); });
+    connect(&drawTimer_, &QTimer::timeout, this, [this] {
+        const Parts changed = std::exchange(dirty_, {});
+        if (permissions_ && changed.Has(ModelPart::Tools)) permissions_->Grant();
+        emit Changed(changed);
+    });
     MakeServices();
     host_ = std::make_unique<arvon::host::ReferenceHost>(installation, MakeHooks());
     host_->Subscribe(*this);
@@ -71,6 +110,7 @@ void HostBridge::Load(const Start& start) {
     systemTexts_.Remember();
     host_->OpenComponent(start.library);
     if (start.profile) host_->SetProfileId(*start.profile);
+    permissions_.emplace(*host_).Grant();
     if (!host_->Load()) {
         throw base::ComponentError(base::errors::InvalidCall, "arvon-desktop",
                                    "the tool manager declined to load");
@@ -87,6 +127,8 @@ void HostBridge::MakeServices() {
                                std::span<const arvon::host::ParameterRecord> parameters,
                                std::string_view source) {
         const Work work(*this);
+        if (IsAmong(type, usersRequests)) emit ActionBegins();
+        if (IsAmong(type, requestsOfPage)) SelectToolOfPage();
         return host_->SendRequest(type, parameters, source);
     };
     services_.requestOf = [this](std::string_view destination, std::string_view type,
@@ -96,9 +138,6 @@ void HostBridge::MakeServices() {
         return host_->SendRequest(type, parameters, source, destination);
     };
     services_.text = [this](int id) { return Text(id); };
-    services_.closeWindow = [this](const QString& viewKey) {
-        Do([key = FromQt(viewKey)](arvon::host::ReferenceHost& host) { host.CloseWindow(key); });
-    };
     services_.problem = [this](const QString& toolName) { return problem_ ? problem_(toolName) : QString(); };
     services_.choices = [this](const QString& optionName) {
         return optionName == QLatin1String("cmbLanguage") ? Languages() : QStringList();
@@ -151,11 +190,26 @@ QStringList HostBridge::Languages() const {
 }
 
 void HostBridge::Do(Action action, const QString& what) {
-    ++waiting_;
-    QTimer::singleShot(0, this, [this, action = std::move(action), what] {
-        --waiting_;
-        CarryOut(action, what);
-    });
+    waiting_.push_back({std::move(action), what, byItself_});
+    TakeNextLater();
+}
+
+void HostBridge::TakeNextLater() {
+    QTimer::singleShot(0, this, &HostBridge::TakeNext);
+}
+
+void HostBridge::TakeNext() {
+    if (working_ > 0 || waiting_.empty()) return; // what is under way asks for the next when it ends
+    const Waiting next = std::move(waiting_.front());
+    waiting_.pop_front();
+    const QScopedValueRollback inherited(byItself_, next.byItself);
+    if (!next.byItself) emit ActionBegins();
+    CarryOut(next.action, next.what);
+}
+
+void HostBridge::ByItself(const std::function<void()>& begin) {
+    const QScopedValueRollback inherited(byItself_, true);
+    begin();
 }
 
 void HostBridge::CarryOut(const Action& action, const QString& what) {
@@ -165,6 +219,8 @@ void HostBridge::CarryOut(const Action& action, const QString& what) {
         action(*host_);
     } catch (const base::ComponentError& failure) {
         emit Refused(ToQt(failure.Description()));
+    } catch (const std::exception& failure) {
+        emit Refused(ToQt(failure.what()));
     }
     if (!what.isEmpty()) emit Progress({});
 }
@@ -174,7 +230,32 @@ void HostBridge::TakeInEndedProcesses() {
     host_->ProcessEvents();
 }
 
+// The component's own tool is the one selected or launched last, wherever that was: a page that asks about it
+// means the one of the selected node.
+void HostBridge::SelectToolOfPage() {
+    const std::string inFront = host_->Model().CurrentControl();
+    for (const arvon::host::model::Tab& tab : host_->Model().Tabs()) {
+        if (tab.key != inFront || !tab.visible || !tab.enabled || tab.selected.empty()) continue;
+        const arvon::host::model::Node* node = FindNode(tab.nodes, tab.selected);
+        if (node && node->view == propertiesView && node->key != selected_)
+            host_->NodeEvent(tab.key, node->key, arvon::eventKind::Selected);
+    }
+}
+
+void HostBridge::FollowSelected(const arvon::host::MessageRecord& message) {
+    if (message.destination != arvon::host::listenerId::Component || message.source == controlSource) return;
+    const bool selects = message.kind == arvon::host::MessageRecord::Kind::Event &&
+                         message.objectType == static_cast<std::int32_t>(arvon::EventObject::Node) &&
+                         message.category == arvon::eventKind::Selected;
+    selected_ = selects ? TextOf(message, arvon::eventParameter::Key) : std::string();
+}
+
 void HostBridge::OnReply(const arvon::host::MessageRecord& message) {
+    FollowSelected(message);
+    if (message.kind == arvon::host::MessageRecord::Kind::Event && message.name == errorReport &&
+        message.destination == arvon::host::listenerId::Shell)
+        emit FailureReported({ToQt(TextOf(message, "ErrorDescription")), ToQt(TextOf(message, "ErrorSource")),
+                              ToQt(TextOf(message, "ErrorNumber")), ToQt(TextOf(message, "ProcName"))});
     if (message.name == "ShowUpdates" && message.source == arvon::host::listenerId::Component &&
         message.registered)
         emit UpdatesOffered(message.reply);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/Value.h"
+#include "desktop/FailureReport.h"
+#include "desktop/Permissions.h"
 #include "desktop/SystemTexts.h"
 #include "desktop/controls/ControlObject.h"
 #include "host/ReferenceHost.h"
@@ -13,6 +15,7 @@
 
 #include <bitset>
 #include <cstddef>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -21,6 +24,9 @@
 class QSocketNotifier;
 
 namespace desktop {
+
+/// The view that lists the tools.
+inline constexpr auto listView = "lvTools";
 
 /// Parts of the host's model that are to be drawn anew.
 class Parts {
@@ -76,9 +82,12 @@ public:
     /// Folders of the installation's languages ("1033").
     QStringList Languages() const;
 
-    /// Carries the action out from the event loop; `what` is told as progress meanwhile. What it refuses is
-    /// told by Refused.
+    /// Carries the action out from the event loop, after those before it: never while another one, or a
+    /// request of a control, is under way, be it that a message box of it waits. `what` is told as progress
+    /// meanwhile. What it refuses is told by Refused.
     void Do(Action action, const QString& what = {});
+    /// What `begin` has carried out, and whatever that has carried out in turn, is no action of the user's.
+    void ByItself(const std::function<void()>& begin);
     /// What changed until now is not told any more: everything is about to be drawn.
     void ForgetChanges() {
         dirty_ = {};
@@ -92,10 +101,14 @@ public:
     /// True while an action, or a request of a control, is under way.
     bool IsWorking() const { return working_ > 0; }
     /// Nothing under way, waiting to be carried out or to be drawn.
-    bool IsIdle() const { return working_ == 0 && waiting_ == 0 && !drawTimer_.isActive(); }
+    bool IsIdle() const { return working_ == 0 && waiting_.empty() && !drawTimer_.isActive(); }
 
 signals:
     void Changed(const desktop::Parts& parts);
+    /// An action of the user's is about to be carried out.
+    void ActionBegins();
+    /// A component reports a failure. Told from inside its work.
+    void FailureReported(const desktop::FailureReport& report);
     /// An action that may take a while begins; empty: it is over.
     void Progress(const QString& what);
     void PointerChanged(int pointer);
@@ -112,6 +125,11 @@ signals:
 
 private:
     class Work;
+    struct Waiting {
+        Action action;
+        QString what;
+        bool byItself;
+    };
 
     void OnReply(const arvon::host::MessageRecord& message) override;
     void OnPointer(std::int32_t pointer) override;
@@ -124,7 +142,11 @@ private:
     QWidget* DialogParent() const;
     void MakeServices();
     arvon::host::Hooks MakeHooks();
+    void TakeNextLater();
+    void TakeNext();
     void CarryOut(const Action& action, const QString& what);
+    void SelectToolOfPage();
+    void FollowSelected(const arvon::host::MessageRecord& message);
     void TakeInEndedProcesses();
 
     SystemTexts systemTexts_{*this};
@@ -132,10 +154,13 @@ private:
     std::function<QString(const QString&)> problem_;
     QPointer<QWidget> dialogParent_;
     int working_ = 0;
-    int waiting_ = 0;
+    std::deque<Waiting> waiting_;
+    bool byItself_ = false;
+    std::string selected_; // the node whose selection was the last thing that the component heard of
     Parts dirty_;
     QTimer drawTimer_;
     std::unique_ptr<arvon::host::ReferenceHost> host_;
+    std::optional<Permissions> permissions_;
     QSocketNotifier* processes_ = nullptr;
 };
 

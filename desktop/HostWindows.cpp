@@ -40,7 +40,8 @@ private:
     QString viewKey_;
 };
 
-HostWindows::HostWindows(HostBridge& bridge, QWidget& mainWindow) : bridge_(bridge), mainWindow_(mainWindow) {
+HostWindows::HostWindows(HostBridge& bridge, QWidget& mainWindow)
+    : QObject(&mainWindow), bridge_(bridge), mainWindow_(mainWindow) {
     burial_.setInterval(std::chrono::milliseconds(20));
     connect(&burial_, &QTimer::timeout, this, [this] {
         if (bridge_.IsWorking()) return;
@@ -48,6 +49,8 @@ HostWindows::HostWindows(HostBridge& bridge, QWidget& mainWindow) : bridge_(brid
         for (const QPointer<QDialog>& window : std::exchange(buried_, {}))
             delete window;
     });
+    // without it nothing is under way that a window would have to wait for
+    connect(&bridge, &QObject::destroyed, &burial_, &QTimer::stop);
 }
 
 HostWindows::~HostWindows() {

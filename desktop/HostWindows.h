@@ -17,7 +17,8 @@ namespace desktop {
 
 class ControlObject;
 
-/// The host's control views: their controls as widgets, and the windows that the host has open.
+/// The host's control views: their controls as widgets, and the windows that the host has open. Goes with the
+/// main window.
 class HostWindows final : public QObject {
     Q_OBJECT
 

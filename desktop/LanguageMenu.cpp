@@ -7,6 +7,8 @@
 
 #include <QActionGroup>
 #include <QLocale>
+#include <QPointer>
+#include <QScopeGuard>
 
 #include <array>
 
@@ -52,7 +54,12 @@ LanguageMenu::LanguageMenu(HostBridge& bridge, QWidget* parent) : QMenu(parent),
         group->addAction(action);
     }
     connect(group, &QActionGroup::triggered, this, [this](const QAction* action) {
-        bridge_.Do([language = FromQt(action->data().toString())](arvon::host::ReferenceHost& host) {
+        // the click has moved the mark there already, whatever the host answers
+        bridge_.Do([menu = QPointer(this),
+                    language = FromQt(action->data().toString())](arvon::host::ReferenceHost& host) {
+            const auto mark = qScopeGuard([&menu] {
+                if (menu) menu->MarkCurrent();
+            });
             host.Framework()->SwitchLanguage(language);
         });
     });

@@ -9,9 +9,7 @@
 #include "desktop/QtText.h"
 #include "desktop/Texts.h"
 #include "desktop/ToolListPage.h"
-#ifdef ARVON_TRACE
 #include "desktop/trace/TraceDock.h"
-#endif
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -23,6 +21,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <optional>
+#include <stdexcept>
 
 namespace {
 
@@ -30,6 +29,12 @@ using namespace desktop;
 namespace fs = std::filesystem;
 
 enum ExitStatus { Ended = 0, CannotStart = 2 };
+
+/// Whoever typed it reads standard error: no message box.
+class BadCommandLine final : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 struct Arguments {
     std::optional<fs::path> suite;
@@ -67,10 +72,11 @@ Arguments ReadArguments(const QStringList& words) {
         QStringLiteral("check-display"),
         QStringLiteral("Only find out whether there is a display to draw on, and end."));
     parser.addOptions({suite, profile, language, layout, measure, checkDisplay});
-    parser.process(words);
+    if (!parser.parse(words)) throw BadCommandLine(FromQt(parser.errorText()));
+    parser.process(words); // prints the help and ends where that is asked for
     if (!parser.positionalArguments().isEmpty())
-        throw std::runtime_error("expected options only, found \"" +
-                                 FromQt(parser.positionalArguments().first()) + "\"");
+        throw BadCommandLine("expected options only, found \"" +
+                             FromQt(parser.positionalArguments().first()) + "\"");
     Arguments read;
     if (parser.isSet(suite)) read.suite = FromQt(parser.value(suite));
     if (parser.isSet(profile))
@@ -114,9 +120,7 @@ int Run(const Arguments& arguments, const std::optional<arvon::console::Temporar
         const QElapsedTimer& sinceStart) {
     HostBridge bridge(arguments.suite ? *arguments.suite : copy->Folder());
     MainWindow window(bridge, arguments.layoutFile);
-#ifdef ARVON_TRACE
     window.AddTrace(new TraceDock(bridge.Host(), &window));
-#endif
     bridge.Load(arguments.start);
     window.Begin();
     std::optional<FirstPaint> firstPaint;
@@ -151,6 +155,9 @@ int main(int count, char** words) {
         std::optional<arvon::console::TemporarySuite> copy;
         if (!arguments.suite) copy.emplace(arvon::console::SampleSuite());
         return Run(arguments, copy, sinceStart);
+    } catch (const BadCommandLine& failure) {
+        TellRefusal(ToQt(failure.what()));
+        return CannotStart;
     } catch (const std::exception& failure) {
         TellRefusal(ToQt(failure.what()));
         ShowMessageBox(nullptr, ToQt(failure.what()), 16, {});

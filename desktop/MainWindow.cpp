@@ -9,6 +9,7 @@
 #include "desktop/LanguageMenu.h"
 #include "desktop/Navigator.h"
 #include "desktop/QtText.h"
+#include "desktop/ReportLine.h"
 #include "desktop/TaskPane.h"
 #include "desktop/Texts.h"
 #include "desktop/ToolListPage.h"
@@ -33,6 +34,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <chrono>
 
 namespace desktop {
 
@@ -41,7 +43,6 @@ using arvon::host::ReferenceHost;
 
 namespace {
 
-constexpr auto listView = "lvTools";
 constexpr int messageTime = 8000; // milliseconds
 
 } // namespace
@@ -116,6 +117,8 @@ void MainWindow::BuildContent() {
     progress_->hide();
     statusBar()->setObjectName(QStringLiteral("statusBar"));
     statusBar()->addPermanentWidget(progress_);
+    report_ = new ReportLine;
+    statusBar()->addWidget(report_, 1); // what is told for a while covers it for that while
 
     finder_ = new Finder(this);
     updates_ = new UpdatesWindow(bridge_, this);
@@ -129,7 +132,9 @@ void MainWindow::Connect() {
     connect(&bridge_, &HostBridge::Progress, this, &MainWindow::ShowProgress);
     connect(&bridge_, &HostBridge::PointerChanged, this, &MainWindow::ShowPointer);
     connect(&bridge_, &HostBridge::Problem, this, &MainWindow::TakeInProblem);
-    connect(&bridge_, &HostBridge::Refused, this, &MainWindow::Tell);
+    connect(&bridge_, &HostBridge::Refused, this, &MainWindow::TellTrouble);
+    connect(&bridge_, &HostBridge::FailureReported, this, &MainWindow::TakeInReport);
+    connect(&bridge_, &HostBridge::ActionBegins, report_, [this] { report_->Clear(); });
     connect(&bridge_, &HostBridge::UpdatesOffered, this, [this](const std::string& answer) {
         QTimer::singleShot(0, this, [this, answer] { // not from inside the delivery
             if (!windows_->TakeOffer(answer)) updates_->Offer(answer);
@@ -167,7 +172,7 @@ void MainWindow::AddTrace(QDockWidget* trace) {
 void MainWindow::Begin() {
     bridge_.ForgetChanges();
     Draw(Parts::All());
-    OpenAsLeft();
+    bridge_.ByItself([this] { OpenAsLeft(); });
     begun_ = true;
     OrderTabs();
     programs_->List().setFocus();
@@ -204,7 +209,25 @@ void MainWindow::ShowStates() {
     navigator_->RefreshStates();
     DrawLoaded();
     DrawTitle();
-    windows_->RefreshControls();
+    RefreshControls();
+}
+
+// A page that asks anew has its own tool selected. What waits to be carried out may mean the tool that the
+// component heard of last, and so may an open context menu: they come first.
+void MainWindow::RefreshControls() {
+    if (QApplication::activePopupWidget()) {
+        QTimer::singleShot(std::chrono::milliseconds(100), this, &MainWindow::RefreshControls);
+        return;
+    }
+    bridge_.ByItself([this] {
+        bridge_.Do([this](ReferenceHost&) {
+            if (QApplication::activePopupWidget()) {
+                RefreshControls();
+            } else {
+                windows_->RefreshControls();
+            }
+        });
+    });
 }
 
 void MainWindow::DrawLoaded() {
@@ -291,13 +314,29 @@ void MainWindow::ShowPointer(int pointer) {
 
 void MainWindow::Tell(const QString& text) {
     statusBar()->setProperty("progress", false);
+    statusBar()->setProperty("trouble", false);
     statusBar()->showMessage(text, messageTime);
 }
 
-void MainWindow::TakeInProblem(const QString& text) {
+void MainWindow::TellTrouble(const QString& text) {
     Tell(text);
+    statusBar()->setProperty("trouble", true);
+}
+
+void MainWindow::TakeInReport(const FailureReport& report) {
+    report_->Add(report);
+    // old news make room; the host's own word on what went wrong, and what is under way, do not
+    const bool covered =
+        statusBar()->property("trouble").toBool() || statusBar()->property("progress").toBool();
+    if (!covered) statusBar()->clearMessage();
+}
+
+void MainWindow::TakeInProblem(const QString& text) {
+    TellTrouble(text);
     states_.ForgetFiles(); // it may be about a program that could not be loaded
-    ShowStates();
+    // told from inside a delivery, perhaps of what a control asks: the controls must not ask again
+    programs_->RefreshStates();
+    navigator_->RefreshStates();
 }
 
 void MainWindow::UnloadVantor() {
@@ -320,9 +359,11 @@ WindowLayout MainWindow::Layout() {
 
 void MainWindow::OpenAsLeft() {
     const QString node = Layout().Restore(layoutFile_);
-    // the nodes of a top-level node come when it is opened
-    const QString first = navigator_->SelectedNode();
+    // the component selects none where it fails, as with options that cannot be read
+    const QString selected = navigator_->SelectedNode();
+    const QString first = selected.isEmpty() ? navigator_->OpenFirstNode() : selected;
     if (first.isEmpty()) return;
+    // the nodes of a top-level node come when it is opened
     navigator_->Tree().expand(navigator_->Tree().currentIndex());
     if (node.isEmpty() || node == first) return;
     bridge_.Do([this, node](ReferenceHost&) {

@@ -23,6 +23,7 @@ class Finder;
 class HostMenus;
 class LanguageMenu;
 class Navigator;
+class ReportLine;
 class TaskPane;
 class ToolListPage;
 class UpdatesWindow;
@@ -67,14 +68,19 @@ private:
     void DrawTitle();
     void DrawLoaded();
     void ShowStates();
-    /// The node in front, and what it shows; null when there is none.
+    void RefreshControls();
+    /// The widget of that view in place of the list; the list where the key is empty.
     void ShowView(const QString& viewKey);
+    /// The keyboard goes to the filter of the list, which comes to the front by its node.
+    void FilterList();
     void UnloadVantor();
     void ShowProgress(const QString& what);
     void ShowPointer(int pointer);
     /// In the status bar, for a while.
     void Tell(const QString& text);
+    void TellTrouble(const QString& text);
     void TakeInProblem(const QString& text);
+    void TakeInReport(const FailureReport& report);
     void OrderTabs();
     WindowLayout Layout();
     void OpenAsLeft();
@@ -95,6 +101,7 @@ private:
     QToolBar* toolBar_ = nullptr;
     QLabel* empty_ = nullptr;
     QProgressBar* progress_ = nullptr;
+    ReportLine* report_ = nullptr;
     Finder* finder_ = nullptr;
     UpdatesWindow* updates_ = nullptr;
     QMenu* viewMenu_ = nullptr;

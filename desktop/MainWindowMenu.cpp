@@ -1,17 +1,31 @@
 // The window's own menu, and its own texts.
 
+#include "core/contract/EventShapes.h"
 #include "desktop/HostMenus.h"
 #include "desktop/LanguageMenu.h"
 #include "desktop/MainWindow.h"
+#include "desktop/Navigator.h"
 #include "desktop/Texts.h"
 #include "desktop/ToolListPage.h"
 
 #include <QAction>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QSplitter>
+#include <QStackedWidget>
 #include <QToolBar>
 
+#include <algorithm>
+#include <string_view>
+
 namespace desktop {
+
+namespace {
+
+/// The node whose page is the list.
+constexpr std::string_view listNode = "nodTools";
+
+} // namespace
 
 QAction* MainWindow::AddAction(QMenu& menu, const text::Own& caption, const text::Own& hint,
                                const QKeySequence& keys) {
@@ -33,10 +47,7 @@ void MainWindow::BuildOwnMenu() {
         AddAction(*viewMenu_, text::window::Find, text::window::FindHint, QKeySequence(Qt::CTRL | Qt::Key_K)),
         &QAction::triggered, this, &MainWindow::OpenFinder);
     connect(AddAction(*viewMenu_, text::window::Filter, text::window::FilterHint, QKeySequence::Find),
-            &QAction::triggered, this, [this] {
-                ShowView({});
-                programs_->FocusFilter();
-            });
+            &QAction::triggered, this, &MainWindow::FilterList);
     viewMenu_->addSeparator();
     taskPaneSwitch_ =
         AddAction(*viewMenu_, text::window::TaskPane, text::window::TaskPaneHint, QKeySequence(Qt::Key_F9));
@@ -55,6 +66,26 @@ void MainWindow::BuildOwnMenu() {
         AddAction(*viewMenu_, text::window::Quit, text::window::QuitHint, QKeySequence(Qt::CTRL | Qt::Key_Q)),
         &QAction::triggered, this, &QWidget::close);
     text::Follow(this, [this] { Retranslate(); });
+}
+
+void MainWindow::FilterList() {
+    if (content_->currentWidget() == listSplitter_) {
+        programs_->FocusFilter();
+        return;
+    }
+    bridge_.Do([this](arvon::host::ReferenceHost& host) {
+        for (const arvon::host::model::Tab& tab : host.Model().Tabs()) {
+            const bool holds =
+                std::ranges::find(tab.nodes, listNode, &arvon::host::model::Node::key) != tab.nodes.end();
+            if (!holds || !tab.visible || !tab.enabled) continue;
+            if (tab.key != host.Model().CurrentControl()) host.TabEvent(tab.key);
+            host.NodeEvent(tab.key, listNode, arvon::eventKind::Selected);
+            break;
+        }
+        navigator_->Draw();
+        DrawContent();
+        programs_->FocusFilter();
+    });
 }
 
 void MainWindow::Retranslate() {

@@ -48,10 +48,10 @@ Navigator::Navigator(HostBridge& bridge, const ToolStates& states, const Picture
     layout->addWidget(tabs_);
     layout->addWidget(tree_);
 
+    connect(tabs_, &QTabBar::currentChanged, this, &Navigator::TellTab);
+    // a click on the tab in front changes nothing and is told all the same
     connect(tabs_, &QTabBar::tabBarClicked, this, [this](int index) {
-        if (index < 0) return;
-        const std::string key = FromQt(tabs_->tabData(index).toString());
-        bridge_.Do([key](ReferenceHost& host) { host.TabEvent(key); });
+        if (index == tabs_->currentIndex()) TellTab(index);
     });
     connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, &Navigator::TellSelected);
     // a click on the node that is current already asks for it again, as in after a control took its place
@@ -151,6 +151,18 @@ void Navigator::OpenNode(const QString& nodeKey) {
     for (QModelIndex above = index.parent(); above.isValid(); above = above.parent())
         tree_->expand(above);
     tree_->setCurrentIndex(index);
+}
+
+QString Navigator::OpenFirstNode() {
+    const QModelIndex first = nodes_->index(0, 0);
+    if (!first.isValid()) return {};
+    tree_->setCurrentIndex(first);
+    return nodes_->KeyOf(first);
+}
+
+void Navigator::TellTab(int index) {
+    if (drawing_ || index < 0) return;
+    bridge_.Do([key = FromQt(tabs_->tabData(index).toString())](ReferenceHost& host) { host.TabEvent(key); });
 }
 
 void Navigator::TellSelected(const QModelIndex& index) {

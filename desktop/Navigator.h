@@ -25,12 +25,13 @@ public:
     QString SelectedNode() const { return selected_; }
     /// Opens the node's parents and then it, as the user would.
     void OpenNode(const QString& nodeKey);
+    /// Opens the first top-level node, as the user would; its key, empty when there is none.
+    QString OpenFirstNode();
     QTreeView& Tree() const { return *tree_; }
 
 signals:
     /// The user asks for the context menu of a node, which its owner has just made.
     void ContextMenuReady(const QPoint& globalPosition);
-    void NodeOpened(const QString& nodeKey);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -38,6 +39,7 @@ protected:
 private:
     void DrawTabs(const std::vector<arvon::host::model::Tab>& tabs);
     void ShowSelected();
+    void TellTab(int index);
     void TellSelected(const QModelIndex& index);
     void TellEvent(const QModelIndex& index, int kind);
     void AskForContextMenu(const QPoint& position);

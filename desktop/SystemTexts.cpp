@@ -38,62 +38,59 @@ template <class Table> const Numbers* NumbersOf(const Table& table, std::string_
 
 } // namespace
 
-void SystemTexts::Remember() {
-    language_ = bridge_.Model().Language();
-    prefix_ = FromQt(bridge_.Text(programPrefix));
-}
-
-bool SystemTexts::IsSwitched() const {
-    return bridge_.Model().Language() != language_;
+std::string SystemTexts::Remember() const {
+    std::string prefix = FromQt(bridge_.Text(programPrefix));
+    if (!prefix.empty()) prefixes_.insert(prefix);
+    return prefix;
 }
 
 void SystemTexts::Put(std::string& caption, int id) const {
     if (const QString now = bridge_.Text(id); !now.isEmpty()) caption = FromQt(now);
 }
 
-void SystemTexts::PutPrefix(std::string& text) const {
-    if (prefix_.empty() || !text.starts_with(prefix_)) return;
-    std::string now;
-    Put(now, programPrefix);
-    if (!now.empty()) text.replace(0, prefix_.size(), now);
+void SystemTexts::PutPrefix(std::string& text, const std::string& prefix) const {
+    if (prefix.empty() || prefixes_.size() < 2) return;
+    std::size_t given = 0; // the longest: one may begin with another
+    for (const std::string& known : prefixes_)
+        if (text.starts_with(known)) given = std::max(given, known.size());
+    if (given > 0) text.replace(0, given, prefix);
 }
 
-void SystemTexts::PutItems(std::vector<model::MenuItem>& items) const {
+void SystemTexts::PutItems(std::vector<model::MenuItem>& items, const std::string& prefix) const {
     for (model::MenuItem& item : items) {
         if (const Numbers* numbers = NumbersOf(menuNumbers, item.key)) {
             Put(item.caption, numbers->caption);
             Put(item.description, numbers->description);
         } else {
-            PutPrefix(item.description);
+            PutPrefix(item.description, prefix);
         }
-        PutItems(item.items);
+        PutItems(item.items, prefix);
     }
 }
 
 std::vector<model::Menu> SystemTexts::Menus() const {
     std::vector<model::Menu> menus = bridge_.Model().Menus();
-    if (!IsSwitched()) return menus;
+    const std::string prefix = Remember();
     for (model::Menu& menu : menus) {
         if (const Numbers* numbers = NumbersOf(menuNumbers, menu.key)) {
             Put(menu.caption, numbers->caption);
             Put(menu.description, numbers->description);
         }
-        PutItems(menu.items);
+        PutItems(menu.items, prefix);
     }
     return menus;
 }
 
 std::vector<model::Button> SystemTexts::Toolbar() const {
     std::vector<model::Button> buttons = bridge_.Model().Toolbar();
-    if (!IsSwitched()) return buttons;
+    const std::string prefix = Remember();
     for (model::Button& button : buttons)
-        PutPrefix(button.toolTip);
+        PutPrefix(button.toolTip, prefix);
     return buttons;
 }
 
 std::vector<model::Tab> SystemTexts::Tabs() const {
     std::vector<model::Tab> tabs = bridge_.Model().Tabs();
-    if (!IsSwitched()) return tabs;
     for (model::Tab& tab : tabs) {
         if (tab.key != toolsTab) continue;
         Put(tab.caption, tabCaption);
@@ -105,7 +102,6 @@ std::vector<model::Tab> SystemTexts::Tabs() const {
 
 std::vector<model::Column> SystemTexts::Columns(std::string_view viewKey) const {
     std::vector<model::Column> columns = bridge_.Model().Columns(viewKey);
-    if (!IsSwitched()) return columns;
     for (model::Column& column : columns)
         if (const Numbers* numbers = NumbersOf(columnNumbers, column.key))
             Put(column.caption, numbers->caption);
@@ -114,7 +110,6 @@ std::vector<model::Column> SystemTexts::Columns(std::string_view viewKey) const 
 
 std::vector<model::TaskView> SystemTexts::TaskViews() const {
     std::vector<model::TaskView> panes = bridge_.Model().TaskViews();
-    if (!IsSwitched()) return panes;
     for (model::TaskView& pane : panes) {
         if (pane.listControl != toolTasks) continue;
         Put(pane.title, paneTitle);

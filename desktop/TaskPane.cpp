@@ -4,12 +4,14 @@
 #include "desktop/QtText.h"
 #include "desktop/Texts.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include <array>
+#include <utility>
 
 namespace desktop {
 
@@ -17,6 +19,7 @@ using arvon::host::ReferenceHost;
 
 namespace {
 
+constexpr auto toolList = "lvTools";
 constexpr auto launchTask = "tskLaunchTool";
 constexpr auto removeTask = "tskRemoveTool";
 constexpr auto showAllTask = "tskShowAll";
@@ -93,6 +96,7 @@ void TaskPane::Draw(const arvon::host::model::TaskView& pane) {
     noCurrent_ = pane.texts.size() < 2 ? usual_ : ToQt(pane.texts[1]);
     showAll_->setChecked(pane.showAll);
     DrawTasks(pane.tasks);
+    DrawShortcuts(pane.tasks);
     DrawHint();
 }
 
@@ -123,10 +127,33 @@ void TaskPane::DrawTasks(const std::vector<arvon::host::model::Task>& tasks) {
         button.setAccessibleDescription(description);
         button.setIcon(pictures_.OfFile(ToQt(tasks[i].icon)));
         button.setStatusTip(description);
-        button.setShortcut(keys);
         button.setToolTip(keys.isEmpty() ? description
                                          : QStringLiteral("%1 (%2)").arg(
                                                description, keys.toString(QKeySequence::NativeText)));
+    }
+}
+
+// Keys work while the pane is hidden, as long as what stands around it can be seen, and with it the list.
+void TaskPane::DrawShortcuts(const std::vector<arvon::host::model::Task>& tasks) {
+    std::map<QString, QAction*> before = std::exchange(shortcuts_, {});
+    for (const arvon::host::model::Task& task : tasks) {
+        const QString key = ToQt(task.key);
+        const QKeySequence keys = ShortcutOf(key);
+        if (keys.isEmpty() || shortcuts_.contains(key)) continue;
+        QAction*& action = shortcuts_[key];
+        if (const auto kept = before.extract(key)) {
+            action = kept.mapped();
+        } else {
+            action = new QAction(this);
+            action->setShortcut(keys);
+            connect(action, &QAction::triggered, this, [this, key] { Click(key); });
+            (parentWidget() ? parentWidget() : this)->addAction(action);
+        }
+        action->setText(ToQt(task.caption));
+    }
+    for (const auto& [key, gone] : before) { // perhaps from inside its own click, which asks a question
+        gone->setShortcut({});
+        gone->deleteLater();
     }
 }
 
@@ -147,16 +174,23 @@ void TaskPane::DrawHint() {
     hint_->setText(current_.isEmpty() ? noCurrent_ : usual_);
     for (QToolButton* button : buttons_)
         button->setEnabled(!current_.isEmpty());
+    for (const auto& [key, action] : shortcuts_)
+        action->setEnabled(!current_.isEmpty());
 }
 
 void TaskPane::Click(const QString& taskKey) {
-    if (taskKey == QLatin1String(removeTask) &&
-        !Confirm(window(), text::Of(text::tasks::RemoveTitle),
-                 text::Of(text::tasks::RemoveQuestion).arg(current_),
+    const QString row = current_; // may be another one when the question is answered
+    const bool removes = taskKey == QLatin1String(removeTask);
+    if (removes &&
+        !Confirm(window(), text::Of(text::tasks::RemoveTitle), text::Of(text::tasks::RemoveQuestion).arg(row),
                  text::Of(text::tasks::RemoveConsequence), text::Of(text::tasks::Remove)))
         return;
-    bridge_.Do([key = FromQt(taskKey)](ReferenceHost& host) { host.ClickTask(key); },
-               ProgressOf(taskKey, current_));
+    bridge_.Do(
+        [key = FromQt(taskKey), confirmed = removes ? FromQt(row) : std::string()](ReferenceHost& host) {
+            if (!confirmed.empty()) host.SelectRow(toolList, confirmed);
+            host.ClickTask(key);
+        },
+        ProgressOf(taskKey, row));
 }
 
 } // namespace desktop

@@ -6,8 +6,10 @@
 
 #include <QScrollArea>
 
+#include <map>
 #include <vector>
 
+class QAction;
 class QCheckBox;
 class QLabel;
 class QToolButton;
@@ -34,6 +36,7 @@ public:
 
 private:
     void DrawTasks(const std::vector<arvon::host::model::Task>& tasks);
+    void DrawShortcuts(const std::vector<arvon::host::model::Task>& tasks);
     void DrawHint();
 
     HostBridge& bridge_;
@@ -43,6 +46,7 @@ private:
     QVBoxLayout* tasks_;
     QCheckBox* showAll_;
     std::vector<QToolButton*> buttons_;
+    std::map<QString, QAction*> shortcuts_; // by task key
     QString usual_, noCurrent_, current_;
 };
 

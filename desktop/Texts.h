@@ -88,6 +88,12 @@ inline constexpr Own Sorting{385, "Sorting..."};
 inline constexpr Own Started{386, "%1 started"};
 inline constexpr Own Ended{387, "%1 ended"};
 inline constexpr Own EndedBadly{388, "%1 ended with exit code %2"};
+inline constexpr Own Report{389, "Failure: %1"};
+inline constexpr Own Reports{390, "Failure: %1 (%2 in all)"};
+inline constexpr Own ReportSource{391, "Source: %1"};
+inline constexpr Own ReportNumber{392, "Number: %1"};
+inline constexpr Own ReportProcedure{393, "Procedure: %1"};
+inline constexpr Own MoreReports{394, "and %1 more"};
 } // namespace status
 
 namespace banner {

@@ -104,10 +104,6 @@ QString ToolListModel::TextOf(int row) const {
     return RowAt(row).cells.value(0);
 }
 
-QString ToolListModel::VrexOf(int row) const {
-    return RowAt(row).vrex;
-}
-
 QString ToolListModel::ColumnKey(int column) const {
     return column >= 0 && column < StateColumn() ? columns_[static_cast<std::size_t>(column)].key : QString();
 }
@@ -116,10 +112,6 @@ int ToolListModel::CurrentRow() const {
     const auto found =
         std::find_if(shown_.begin(), shown_.end(), [&](std::size_t row) { return rows_[row].current; });
     return found == shown_.end() ? -1 : static_cast<int>(found - shown_.begin());
-}
-
-bool ToolListModel::HasCurrent() const {
-    return std::any_of(rows_.begin(), rows_.end(), [](const Row& row) { return row.current; });
 }
 
 int ToolListModel::rowCount(const QModelIndex& parent) const {

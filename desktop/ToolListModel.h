@@ -36,11 +36,9 @@ public:
     int TotalCount() const { return static_cast<int>(rows_.size()); }
     int ShownCount() const { return static_cast<int>(shown_.size()); }
     QString TextOf(int row) const;
-    QString VrexOf(int row) const;
     QString ColumnKey(int column) const;
     /// Row of the host's current one; -1 when there is none or it is filtered out.
     int CurrentRow() const;
-    bool HasCurrent() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -91,6 +91,13 @@ ToolListPage::ToolListPage(HostBridge& bridge, const ToolStates& states, const P
     connect(filter_, &QLineEdit::textChanged, this, &ToolListPage::SetFilter);
     connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &ToolListPage::TellSelected);
+    // the space bar changes the check mark of the current index, and only the first column has one
+    connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) {
+                if (current.column() > 0)
+                    list_->selectionModel()->setCurrentIndex(current.siblingAtColumn(0),
+                                                             QItemSelectionModel::NoUpdate);
+            });
     connect(list_, &QTreeView::doubleClicked, this, &ToolListPage::Open);
     connect(list_->header(), &QHeaderView::sectionClicked, this, &ToolListPage::ClickHeader);
     connect(rows_, &ToolListModel::CheckToggled, this, [this](const QString& rowText, bool checked) {
@@ -105,7 +112,7 @@ bool ToolListPage::eventFilter(QObject* watched, QEvent* event) {
     const auto* key = static_cast<QKeyEvent*>(event);
     const bool isReturn = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
     if (watched == list_) {
-        if (isReturn && key->modifiers() == Qt::NoModifier) {
+        if (isReturn && (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
             Open(list_->currentIndex());
             return true;
         }
@@ -200,8 +207,11 @@ void ToolListPage::SetFilter(const QString& typed) {
 void ToolListPage::TellSelected(const QModelIndex& index) {
     if (drawing_ || !index.isValid()) return;
     const QString row = rows_->TextOf(index.row());
-    bridge_.Do(
-        [view = FromQt(viewKey_), text = FromQt(row)](ReferenceHost& host) { host.SelectRow(view, text); });
+    bridge_.ByItself([&] { // the view chooses a row of its own accord, when it gets the keyboard
+        bridge_.Do([view = FromQt(viewKey_), text = FromQt(row)](ReferenceHost& host) {
+            host.SelectRow(view, text);
+        });
+    });
 }
 
 void ToolListPage::Open(const QModelIndex& index) {

@@ -26,7 +26,6 @@ public:
     void FocusFilter();
     /// Text of the host's current row; empty when there is none.
     QString Current() const { return current_; }
-    const QString& ViewKey() const { return viewKey_; }
     /// Where the list's order came from, for the arrow in the header: key of a column.
     void ShowOrder(const QString& columnKey, bool descending);
     /// Widths and order of columns, for remembering.

@@ -25,8 +25,6 @@ struct ControlServices {
         request;
     /// String resource by number; empty when unknown.
     std::function<QString(int id)> text;
-    /// Closes the window that shows the view of that key.
-    std::function<void(const QString& viewKey)> closeWindow;
     /// Why a tool cannot be used (program missing, library failed), by tool name; empty when it can.
     std::function<QString(const QString& toolName)> problem;
     /// The same as `request`, to another listener ("Qillo110"): what the updates component offers.

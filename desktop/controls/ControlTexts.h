@@ -72,6 +72,8 @@ inline constexpr Own NoNumber{644, "This was a number (%1), and is none now."};
 inline constexpr Own Lost{645, "No longer there, and not changed: %1"};
 inline constexpr Own OneChange{646, "1 option changed"};
 inline constexpr Own Changes{647, "%1 options changed"};
+inline constexpr Own NotSaved{648,
+                              "The options could not be saved. Your changes are kept here; OK tries again."};
 } // namespace options
 
 namespace updates {
@@ -95,6 +97,7 @@ inline constexpr Own UpdatesOffered{676, "Newer versions of installed programs"}
 inline constexpr Own NoAnswer{
     677, "The updates component has not answered. It may not be installed; look again to load it."};
 inline constexpr Own Unreadable{678, "The answer of the updates component cannot be read: %1"};
+inline constexpr Own Asking{679, "The updates component is being asked."};
 } // namespace updates
 
 namespace value { // of options

@@ -10,6 +10,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace desktop {
 
 OfferPage::OfferPage(Sort sort) : sort_(sort), table_(new QTreeView), message_(PlainLabel()) {
@@ -31,37 +33,47 @@ OfferPage::~OfferPage() {
 }
 
 void OfferPage::Show(Sort sort, const std::string& answer) {
-    sort_ = sort;
+    bool isOther = std::exchange(sort_, sort) != sort;
     const bool isNew = sort == Sort::New;
     QString text = text::Of(answer.empty() ? text::updates::NoAnswer
                             : isNew        ? text::updates::NoNew
                                            : text::updates::NoUpdates);
     try {
-        if (answer.empty()) {
-            offers_.Clear();
-        } else {
-            offers_.Load(answer);
-        }
+        isOther = (answer.empty() ? offers_.Clear() : offers_.Load(answer)) || isOther;
     } catch (const base::ComponentError& error) {
         offers_.Clear();
         text = text::Of(text::updates::Unreadable).arg(ToQt(error.Description()));
     }
-    message_->setText(text);
-    const bool any = offers_.rowCount() > 0;
-    table_->setVisible(any);
     table_->setAccessibleName(text::Of(isNew ? text::updates::New : text::updates::Updates));
     table_->setColumnHidden(UpdateOffers::Installed, isNew);
+    ShowMessage(text);
+    if (isOther) FitColumns();
+    if (!table_->currentIndex().isValid() && offers_.rowCount() > 0)
+        table_->setCurrentIndex(offers_.index(0, 0));
+}
+
+void OfferPage::Wait() {
+    offers_.Clear();
+    ShowMessage(text::Of(text::updates::Asking));
+}
+
+void OfferPage::ShowMessage(const QString& text) {
+    const bool any = offers_.rowCount() > 0;
+    message_->setText(text);
+    table_->setVisible(any);
     message_->setVisible(!any);
-    if (!any) return;
+}
+
+void OfferPage::FitColumns() {
     for (int column = 0; column < UpdateOffers::Description; ++column) {
         table_->resizeColumnToContents(column);
         table_->setColumnWidth(column, table_->columnWidth(column) + 12);
     }
-    if (!table_->currentIndex().isValid()) table_->setCurrentIndex(offers_.index(0, 0));
 }
 
 void OfferPage::Retranslate(const QString& dateFormat) {
-    offers_.SetDateFormat(QString(dateFormat).replace('m', 'M'));
+    offers_.Retranslate(QString(dateFormat).replace('m', 'M'));
+    FitColumns();
 }
 
 OfferPage::Sort SortOfOffer(const std::string& answer) {

@@ -21,6 +21,8 @@ public:
     /// The component's answer to "ShowUpdates"; an empty one is none.
     void Show(Sort sort, const std::string& answer);
     void Show(const std::string& answer) { Show(sort_, answer); }
+    /// Shows that the answer is still to come.
+    void Wait();
     /// As the string resource has it ("m/d/yyyy").
     void Retranslate(const QString& dateFormat);
     int Offers() const { return offers_.rowCount(); }
@@ -28,6 +30,9 @@ public:
     QLabel& Message() const { return *message_; }
 
 private:
+    void ShowMessage(const QString& text);
+    void FitColumns();
+
     Sort sort_;
     UpdateOffers offers_;
     QTreeView* table_;

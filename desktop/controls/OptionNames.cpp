@@ -96,6 +96,10 @@ bool IsOn(std::string_view value) {
         switches, [&](const SwitchWords& words) { return base::EqualIgnoringCase(value, words.on); });
 }
 
+bool IsBlankLabel(std::string_view value) {
+    return value.empty() || SwitchWordsOf(value).has_value();
+}
+
 OptionChoices ChoicesOfOption(std::string_view name) {
     OptionChoices choices;
     for (const KnownValue& known : knownValues)

@@ -27,6 +27,8 @@ struct SwitchWords {
 /// The pair that a value comes from, letter case ignored; nothing for any other text.
 std::optional<SwitchWords> SwitchWordsOf(std::string_view value);
 bool IsOn(std::string_view value);
+/// Whether a label's value is no text to show: an empty one, or a word that switched the label off.
+bool IsBlankLabel(std::string_view value);
 
 /// A value that an option can take, and what a person reads.
 struct OptionChoice {

@@ -135,9 +135,10 @@ void OptionRow::SetLabelWidth(int width) {
 }
 
 void OptionRow::MakeNote(const OptionField& field, QGridLayout& grid) {
-    auto* note = PlainLabel(field.value.empty() ? field.label : ToQt(field.value));
+    const bool isHeading = IsBlankLabel(field.value);
+    auto* note = PlainLabel(isHeading ? field.label : ToQt(field.value));
     note->setObjectName(ToQt(field.name));
-    if (field.value.empty()) { // a heading
+    if (isHeading) {
         QFont font = note->font();
         font.setBold(true);
         note->setFont(font);

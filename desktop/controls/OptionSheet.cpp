@@ -59,7 +59,7 @@ void JoinLabels(std::vector<OptionField>& fields) {
     std::vector<bool> joined(fields.size());
     for (std::size_t index = 0; index < fields.size(); ++index) {
         const OptionField& label = fields[index];
-        if (label.kind != OptionKind::Note || label.value.empty()) continue;
+        if (label.kind != OptionKind::Note || IsBlankLabel(label.value)) continue;
         const auto owner = owners.find(StemOfOption(label.name));
         if (owner == owners.end()) continue;
         owner->second->label = ToQt(label.value);

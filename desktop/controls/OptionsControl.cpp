@@ -9,7 +9,7 @@ namespace desktop {
 namespace {
 
 /// Initialize (call, with the options text) and Options (get: the text in force, that given or, after OK,
-/// that sent).
+/// that saved).
 class OptionsControl final : public ControlObject {
 public:
     explicit OptionsControl(const ControlServices& services)
@@ -29,7 +29,7 @@ public:
     QWidget* Widget() override {
         return widget_.Get([this] {
             auto* panel =
-                new OptionsPanel(services_, [kept = options_](const std::string& sent) { *kept = sent; });
+                new OptionsPanel(services_, [kept = options_](const std::string& saved) { *kept = saved; });
             panel->Load(*options_);
             return panel;
         });

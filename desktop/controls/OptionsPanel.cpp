@@ -20,6 +20,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <array>
@@ -27,8 +28,18 @@
 
 namespace desktop {
 
-OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> sent)
-    : services_(services), sent_(std::move(sent)), pages_(std::make_unique<PageList>(sheet_)),
+namespace {
+
+/// The button that Enter means where it has the keyboard. A check box is none: Enter there is OK.
+QAbstractButton* PressedByEnter(QWidget* widget) {
+    if (auto* button = qobject_cast<QPushButton*>(widget)) return button;
+    return qobject_cast<QToolButton*>(widget);
+}
+
+} // namespace
+
+OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> saved)
+    : services_(services), told_(std::move(saved)), pages_(std::make_unique<PageList>(sheet_)),
       search_(new QLineEdit), list_(new QListView), title_(PlainLabel()), resetPage_(new QPushButton),
       body_(new OptionsPage(sheet_, [this](const OptionField& field) { return ChoicesOf(field); })),
       empty_(PlainLabel()), state_(new Notice("state")), ok_(new QPushButton), cancel_(new QPushButton) {
@@ -43,12 +54,12 @@ OptionsPanel::OptionsPanel(const ControlServices& services, std::function<void(c
     list_->setTextElideMode(Qt::ElideRight);
     title_->setObjectName("title");
     resetPage_->setObjectName("resetPage");
+    resetPage_->setAutoDefault(false);
     empty_->setObjectName("empty");
     empty_->setAlignment(Qt::AlignCenter);
     empty_->setMargin(12);
     KeepPlace(*state_);
     ok_->setObjectName("ok");
-    ok_->setDefault(true);
     cancel_->setObjectName("cancel");
 
     auto* sides = new QSplitter(Qt::Horizontal);
@@ -134,6 +145,7 @@ void OptionsPanel::Load(const std::string& text) {
     printers_.reset();
     unreadable_.clear();
     lost_.clear();
+    notSaved_ = false;
     outside_.reset();
     try {
         OptionSheet sheet;
@@ -185,23 +197,30 @@ void OptionsPanel::PutState() {
     QString state;
     if (!troubles.empty()) {
         state = troubles.front().text;
-    } else if (!lost_.isEmpty()) {
-        state = text::Of(text::options::Lost).arg(lost_);
+    } else if (notSaved_ || !lost_.isEmpty()) {
+        QStringList told;
+        if (notSaved_) told += text::Of(text::options::NotSaved);
+        if (!lost_.isEmpty()) told += text::Of(text::options::Lost).arg(lost_);
+        state = told.join(' ');
     } else if (changes > 0) {
         state =
             changes == 1 ? text::Of(text::options::OneChange) : text::Of(text::options::Changes).arg(changes);
     }
-    state_->Put(state, !troubles.empty()  ? Notice::Mark::Error
-                       : !lost_.isEmpty() ? Notice::Mark::Warning
-                                          : Notice::Mark::None);
-    ok_->setEnabled(troubles.empty() && !sheet_.Pages().empty());
+    state_->Put(state, !troubles.empty() || notSaved_ ? Notice::Mark::Error
+                       : !lost_.isEmpty()             ? Notice::Mark::Warning
+                                                      : Notice::Mark::None);
+    ok_->setEnabled(!sheet_.Pages().empty());
 }
 
 void OptionsPanel::FollowOptions() {
     if (!services_.onNewOptions) return;
     if (!std::exchange(following_, true)) {
         services_.onNewOptions(this, [this](const std::string& options) {
-            if (sending_ || !isVisible()) return;
+            if (sending_ && options == *sending_) { // told only of what is in the file
+                saved_ = true;
+                return;
+            }
+            if (!isVisible()) return;
             if (!outside_) QTimer::singleShot(0, this, &OptionsPanel::TakeInOutside);
             outside_ = options;
         });
@@ -249,27 +268,50 @@ void OptionsPanel::ShowPageOf(const std::string& toolId, const QString& focusedO
 
 void OptionsPanel::Accept() {
     if (sending_) return;
+    notSaved_ = false;
     if (!TakeInOutside()) return; // told what is lost: the next OK goes on without it
     if (const auto troubles = sheet_.Troubles(); !troubles.empty()) {
         GoTo(troubles.front().page, troubles.front().field);
         return;
     }
     if (sheet_.Pages().empty()) return;
-    using arvon::host::ParameterRecord;
-    constexpr auto textType = static_cast<std::int32_t>(arvon::ParameterType::Text);
     const std::string options = sheet_.Text();
-    const std::array parameters{ParameterRecord{"UnloadOptionsTool", textType, base::Value("-1")},
-                                ParameterRecord{"Options", textType, base::Value(options)}};
-    sending_ = true;
-    const QPointer<OptionsPanel> self(this); // the request closes the window
-    if (sent_) sent_(options);
-    Ask("UpdateOptions", parameters);
+    const QPointer<OptionsPanel> self(this); // whatever is asked may take the window away
+    const bool saved = Send(options);
     if (!self) return;
-    sending_ = false;
-    // where the window stays, it goes on from what was sent
-    QTimer::singleShot(0, this, [this, options] {
-        if (isVisible()) Load(options);
+    notSaved_ = !saved;
+    if (!saved) {
+        TakeInOutside();
+        PutState();
+        return;
+    }
+    lost_.clear();
+    if (told_) told_(options);
+    sending_ = options;
+    Ask("UnloadOptionsTool");
+    if (!self) return;
+    sending_.reset();
+    // where the window stays, it goes on from what was saved, or from what came even later
+    if (!outside_) outside_ = options;
+    QTimer::singleShot(0, this, [this] {
+        if (isVisible()) {
+            TakeInOutside();
+        } else {
+            outside_.reset();
+        }
     });
+}
+
+bool OptionsPanel::Send(const std::string& options) {
+    constexpr auto textType = static_cast<std::int32_t>(arvon::ParameterType::Text);
+    const std::array parameters{arvon::host::ParameterRecord{"Options", textType, base::Value(options)}};
+    const QPointer<OptionsPanel> self(this);
+    sending_ = options;
+    saved_ = !services_.onNewOptions; // nobody could tell
+    Ask("UpdateOptions", parameters);
+    if (!self) return false;
+    sending_.reset();
+    return saved_;
 }
 
 void OptionsPanel::Cancel() {
@@ -277,7 +319,9 @@ void OptionsPanel::Cancel() {
 }
 
 void OptionsPanel::GoTo(std::size_t page, std::size_t field) {
-    if (pages_->RowOf(page) < 0) search_->clear();
+    const int row = pages_->RowOf(page);
+    if (row < 0 || std::ranges::find(pages_->FieldsAt(row), field) == pages_->FieldsAt(row).end())
+        search_->clear();
     list_->setCurrentIndex(pages_->index(pages_->RowOf(page)));
     body_->FocusField(field);
 }
@@ -333,6 +377,7 @@ void OptionsPanel::Retranslate() {
 void OptionsPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (event->spontaneous()) return;
+    ok_->setDefault(true); // not earlier: it takes a dialog to be its default button
     list_->setFocus();
     const QPointer<OptionsPanel> self(this);
     asking_ = true;
@@ -348,7 +393,9 @@ void OptionsPanel::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (search_->hasFocus()) {
+        if (QAbstractButton* button = PressedByEnter(focusWidget())) {
+            button->click();
+        } else if (search_->hasFocus()) {
             if (page_) body_->FocusField(pages_->FieldsAt(list_->currentIndex().row()).front());
         } else if (ok_->isEnabled()) {
             ok_->click();

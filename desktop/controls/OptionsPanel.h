@@ -18,13 +18,13 @@ class Notice;
 class OptionsPage;
 class PageList;
 
-/// The options of all tools, a page each, searched and edited. OK sends the whole text once; until then
-/// nothing outside changes. What others change meanwhile is taken in: the user's own changes stay, and OK
-/// overwrites nothing else.
+/// The options of all tools, a page each, searched and edited. OK sends the whole text once, and closes the
+/// window when it was saved; until then nothing outside changes. What others change meanwhile is taken in:
+/// the user's own changes stay, and OK overwrites nothing else.
 class OptionsPanel final : public QWidget {
 public:
-    /// `sent` is told the text that OK sent.
-    OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> sent);
+    /// `saved` is told the text that OK sent, once it was saved.
+    OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> saved);
     ~OptionsPanel() override;
 
     /// Shows this text, without changes. An empty one has no options; one that cannot be read is told.
@@ -46,6 +46,8 @@ private:
     bool TakeInOutside();
     void ShowPageOf(const std::string& toolId, const QString& focusedOption);
     void Accept();
+    /// True when the component has saved the text; false also when this panel has gone meanwhile.
+    bool Send(const std::string& options);
     void Cancel();
     void GoTo(std::size_t page, std::size_t field);
     OptionChoices ChoicesOf(const OptionField& field);
@@ -54,7 +56,7 @@ private:
                     std::span<const arvon::host::ParameterRecord> parameters = {}) const;
 
     ControlServices services_;
-    std::function<void(const std::string&)> sent_;
+    std::function<void(const std::string&)> told_; // of what was saved
     OptionSheet sheet_;
     std::unique_ptr<PageList> pages_;
     std::optional<OptionChoices> printers_; // asked for when a page first shows them
@@ -65,7 +67,9 @@ private:
     QString lost_;                       // what could not be kept then
     bool asking_ = false;
     bool following_ = false;
-    bool sending_ = false;
+    std::optional<std::string> sending_; // the text that is under way
+    bool saved_ = false;                 // that text
+    bool notSaved_ = false;              // the last text that was sent
     bool searching_ = false;
     QLineEdit* search_;
     QListView* list_;

@@ -133,6 +133,16 @@ void PropertiesPanel::Reload() {
 }
 
 void PropertiesPanel::Show(const std::string& xml) {
+    if (shown_ != xml) Fill(xml);
+    shown_ = xml;
+    QString trouble;
+    if (!toolName_.isEmpty() && services_.problem) trouble = services_.problem(toolName_);
+    problem_->Put(trouble.isEmpty() ? trouble : text::Of(text::properties::Problem).arg(trouble),
+                  Notice::Mark::Warning);
+    PutButtons();
+}
+
+void PropertiesPanel::Fill(const std::string& xml) {
     auto* content = new QWidget;
     rows_ = new QFormLayout(content);
     rows_->setContentsMargins(0, 0, 0, 0);
@@ -140,7 +150,6 @@ void PropertiesPanel::Show(const std::string& xml) {
     rows_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     toolName_.clear();
     QString description = xml.empty() ? text::Of(text::properties::Nothing) : QString();
-    QString trouble;
     try {
         base::XmlDocument record;
         if (!xml.empty()) record.LoadText(xml);
@@ -153,14 +162,10 @@ void PropertiesPanel::Show(const std::string& xml) {
         description = text::Of(text::properties::Unreadable).arg(ToQt(error.Description()));
     }
     scroll_->setWidget(content); // deletes the one before
-    if (!toolName_.isEmpty() && services_.problem) trouble = services_.problem(toolName_);
     title_->setText(toolName_);
     title_->setVisible(!toolName_.isEmpty());
     description_->setText(description);
     description_->setVisible(!description.isEmpty());
-    problem_->Put(trouble.isEmpty() ? trouble : text::Of(text::properties::Problem).arg(trouble),
-                  Notice::Mark::Warning);
-    PutButtons();
 }
 
 void PropertiesPanel::AddRow(const QString& caption, const QString& value) {
@@ -237,6 +242,7 @@ void PropertiesPanel::Retranslate() {
     put(*close_, text::Of(text::properties::Close));
     setAccessibleName(text::Of(text::properties::Panel));
     scroll_->setAccessibleName(text::Of(text::properties::Panel));
+    shown_.reset(); // its captions are of the language before
     if (isVisible()) Reload();
 }
 

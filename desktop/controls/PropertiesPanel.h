@@ -4,6 +4,9 @@
 
 #include <QWidget>
 
+#include <optional>
+#include <string>
+
 class QFormLayout;
 class QLabel;
 class QPushButton;
@@ -30,7 +33,9 @@ protected:
 private:
     std::string Ask(std::string_view type,
                     std::span<const arvon::host::ParameterRecord> parameters = {}) const;
+    /// What is shown already stays as it is, with what is selected in it.
     void Show(const std::string& xml);
+    void Fill(const std::string& xml);
     void AddRow(const QString& caption, const QString& value);
     QString CaptionOf(const std::string& attribute) const;
     QString ValueOf(const std::string& attribute, const std::string& value) const;
@@ -39,7 +44,8 @@ private:
     void PutButtons();
 
     ControlServices services_;
-    QString toolName_; // empty while no tool is shown
+    std::optional<std::string> shown_; // as the component answered
+    QString toolName_;                 // empty while no tool is shown
     bool updateEnabled_ = true;
     bool launchEnabled_ = true;
     QLabel* title_;

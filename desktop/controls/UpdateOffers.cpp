@@ -7,10 +7,11 @@
 #include <QDate>
 
 #include <array>
+#include <utility>
 
 namespace desktop {
 
-void UpdateOffers::Load(const std::string& xml) {
+bool UpdateOffers::Load(const std::string& xml) {
     base::XmlDocument document;
     document.LoadText(xml);
     std::vector<Offer> offers;
@@ -20,15 +21,25 @@ void UpdateOffers::Load(const std::string& xml) {
                           ToQt(tool.Attribute("version")), ToQt(tool.Attribute("LastUpdated")),
                           ToQt(tool.Text()).simplified()});
     }
+    return Take(std::move(offers));
+}
+
+bool UpdateOffers::Clear() {
+    return Take({});
+}
+
+bool UpdateOffers::Take(std::vector<Offer> offers) {
+    if (offers == offers_) return false;
     beginResetModel();
     offers_ = std::move(offers);
     endResetModel();
+    return true;
 }
 
-void UpdateOffers::Clear() {
-    beginResetModel();
-    offers_.clear();
-    endResetModel();
+void UpdateOffers::Retranslate(const QString& dateFormat) {
+    dateFormat_ = dateFormat;
+    emit headerDataChanged(Qt::Horizontal, 0, Columns - 1);
+    if (!offers_.empty()) emit dataChanged(index(0, 0), index(rowCount() - 1, Columns - 1));
 }
 
 int UpdateOffers::rowCount(const QModelIndex& parent) const {

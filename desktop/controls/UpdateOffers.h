@@ -12,11 +12,13 @@ class UpdateOffers final : public QAbstractTableModel {
 public:
     enum Column { Name, Installed, Offered, LastUpdated, Description, Columns };
 
-    /// Takes the answer to "ShowUpdates". Throws ComponentError, rows unchanged, for one that cannot be read.
-    void Load(const std::string& xml);
-    void Clear();
-    /// For `LastUpdated`, as QDate::toString takes it.
-    void SetDateFormat(const QString& format) { dateFormat_ = format; }
+    /// Takes the answer to "ShowUpdates". True when it brings other rows; those that are there already stay,
+    /// with whatever a view has selected of them. Throws ComponentError, rows unchanged, for an answer that
+    /// cannot be read.
+    bool Load(const std::string& xml);
+    bool Clear();
+    /// For `LastUpdated`, as QDate::toString takes it. The captions are told anew, too.
+    void Retranslate(const QString& dateFormat);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -26,7 +28,9 @@ public:
 private:
     struct Offer {
         QString name, installed, offered, lastUpdated, description;
+        bool operator==(const Offer&) const = default;
     };
+    bool Take(std::vector<Offer> offers);
     QString TextAt(const Offer& offer, int column) const;
 
     std::vector<Offer> offers_;

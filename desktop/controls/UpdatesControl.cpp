@@ -15,10 +15,12 @@
 #include <QShowEvent>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 
 #include <array>
+#include <utility>
 
 namespace desktop {
 
@@ -61,16 +63,22 @@ public:
         if (!self) return;
         const std::string fresh = Offered(true);
         if (!self) return;
+        if (updates.empty() && fresh.empty() && !looked_) {
+            LookFirst();
+            return;
+        }
+        looked_ = true;
         updates_->Show(updates);
         new_->Show(fresh);
         PutTabs();
     }
 
-    /// Shows what somebody else was answered, in front.
+    /// Shows what somebody else was answered, in front. What the component was answered because this panel
+    /// looked again changes nothing about which page is in front.
     void Take(const std::string& answer) {
         OfferPage* page = SortOfOffer(answer) == OfferPage::Sort::New ? new_ : updates_;
         page->Show(answer);
-        tabs_->setCurrentWidget(page);
+        if (looking_ == 0) tabs_->setCurrentWidget(page);
         PutTabs();
     }
 
@@ -117,16 +125,42 @@ private:
     /// The component loads what answers, and reads the catalogue anew.
     void LookAgain() {
         const QPointer<UpdatesPanel> self(this);
+        ++looking_;
         Ask("SaveToolProperties");
-        if (self) self->Reload();
+        if (!self) return;
+        looked_ = true;
+        Reload();
+        if (!self) return;
+        // what the component was answered meanwhile is given to this panel from the loop, before this
+        QTimer::singleShot(0, this, [this] { --looking_; });
+    }
+    /// Nobody answers: what answers may only not be loaded yet.
+    void LookFirst() {
+        updates_->Wait();
+        new_->Wait();
+        PutTabs();
+        if (std::exchange(waiting_, true)) return;
+        QTimer::singleShot(0, this, [this] { // not from inside the drawing
+            const QPointer<UpdatesPanel> self(this);
+            if (isVisible() && !looked_) LookAgain();
+            if (self) waiting_ = false;
+        });
     }
     void Close() { Ask("UnloadUpdateView"); }
     void PutTabs() {
+        if (!looked_) { // nothing to count yet
+            tabs_->setTabText(0, text::Of(text::updates::Updates));
+            tabs_->setTabText(1, text::Of(text::updates::New));
+            return;
+        }
         tabs_->setTabText(0, text::Of(text::updates::UpdatesCount).arg(updates_->Offers()));
         tabs_->setTabText(1, text::Of(text::updates::NewCount).arg(new_->Offers()));
     }
 
     ControlServices services_;
+    bool looked_ = false;  // there was an answer, or the component has looked for one
+    bool waiting_ = false; // for the first look
+    int looking_ = 0;      // looks under way
     OfferPage* updates_;
     OfferPage* new_;
     QTabWidget* tabs_;

@@ -22,6 +22,9 @@ constexpr std::string_view navigator = "tabQRV";
 constexpr std::string_view toolList = "lvTools";
 constexpr std::string_view showAllTask = "tskShowAll";
 
+/// A kind of row event that the component lets pass: it only makes the row the current one.
+constexpr std::int32_t onlySelects = arvon::eventKind::Selected;
+
 constexpr auto textType = static_cast<std::int32_t>(arvon::ParameterType::Text);
 
 /// A command of its words; nothing where a word cannot be written.
@@ -180,6 +183,11 @@ void ConsoleScript::Add(const TraceNode& node) {
         return;
     }
     waits_ = false;
+    const bool isAboutRow = !node.currentRow.empty() && message.name != showAllTask;
+    if (isAboutRow) {
+        const auto select = Line({"item", node.currentRow, std::to_string(onlySelects)});
+        text_ += select.value_or("# cannot be repeated here: the row that was current") + '\n';
+    }
     if (const auto line = ConsoleLine(message)) {
         text_ += *line + '\n';
     } else {

@@ -14,6 +14,11 @@ namespace {
 
 constexpr std::string_view errorReport = "ErrorMessage";
 
+bool IsTask(const MessageRecord& message) {
+    return message.kind == MessageRecord::Kind::Event && !message.malformed &&
+           message.objectType == static_cast<int>(arvon::EventObject::Task);
+}
+
 bool NeedsBody(const MessageRecord& message) {
     return message.malformed || message.kind == MessageRecord::Kind::Custom;
 }
@@ -63,8 +68,9 @@ Trouble TroubleOf(const TraceNode& node) {
 }
 
 MessageRecorder::MessageRecorder(TraceLimits limits, std::function<bool()> isAtWork,
-                                 std::function<void()> finished)
-    : limits_(limits), isAtWork_(std::move(isAtWork)), finished_(std::move(finished)) {}
+                                 std::function<void()> finished, std::function<std::string()> currentRow)
+    : limits_(limits), isAtWork_(std::move(isAtWork)), finished_(std::move(finished)),
+      currentRow_(std::move(currentRow)) {}
 
 bool MessageRecorder::IsByUser(const MessageRecord& message) const {
     if (message.depth > 0 || message.source == arvon::host::listenerId::Component || !isAtWork_())
@@ -92,7 +98,8 @@ void MessageRecorder::OnMessage(const MessageRecord& message) {
     node->byUser = open_.empty() && IsByUser(message);
     if (!NeedsBody(message)) node->message.body.clear();
     if (!node->byUser) CutTexts(node->message, limits_.textBytes);
-    const std::size_t bytes = BytesOf(node->message);
+    if (node->byUser && IsTask(message) && currentRow_) node->currentRow = currentRow_();
+    const std::size_t bytes = BytesOf(node->message) + node->currentRow.size();
     const bool isOutermost = outer == open_.rend();
     open_.push_back({node.get(), message.depth});
     if (isOutermost) {

@@ -18,6 +18,7 @@ struct TraceNode {
     std::chrono::system_clock::time_point when;
     bool finished = false;   // false: recording stopped before its end
     bool byUser = false;     // what a user did, not what followed from it
+    std::string currentRow;  // of the list, when a user's task was sent; empty when there was none
     std::size_t inside = 0;  // troubles of its children, at any depth
     std::size_t omitted = 0; // deliveries inside that were too many to keep
     TraceNode* parent = nullptr;
@@ -45,7 +46,9 @@ class MessageRecorder final : public arvon::host::IObserver {
 public:
     /// `isAtWork`: whether the component is loaded; what comes before is no user's doing. `finished` is
     /// called at the end of each outermost delivery: it should only note that there is something to take.
-    MessageRecorder(TraceLimits limits, std::function<bool()> isAtWork, std::function<void()> finished);
+    /// `currentRow`: text of the list's current row, which a task is about.
+    MessageRecorder(TraceLimits limits, std::function<bool()> isAtWork, std::function<void()> finished,
+                    std::function<std::string()> currentRow = {});
 
     /// What is under way when recording stops is handed out unfinished.
     void SetRecording(bool recording);
@@ -72,6 +75,7 @@ private:
     TraceLimits limits_;
     std::function<bool()> isAtWork_;
     std::function<void()> finished_;
+    std::function<std::string()> currentRow_;
     bool recording_ = true;
     std::unique_ptr<TraceNode> root_; // under way
     std::vector<Open> open_;

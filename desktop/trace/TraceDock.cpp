@@ -42,6 +42,13 @@ QToolButton* Button(const char* objectName, const text::Own& caption, const text
     return button;
 }
 
+/// Text of the current row of the list that tasks are about; empty when there is none.
+std::string CurrentRowOf(const arvon::host::ReferenceHost& host) {
+    for (const arvon::host::model::ListRow& row : host.Model().List("lvTools"))
+        if (row.current) return row.text;
+    return {};
+}
+
 } // namespace
 
 class TraceDock::Panel final : public QWidget {
@@ -89,7 +96,8 @@ TraceDock::Panel::Panel(arvon::host::ReferenceHost& host)
                        },
                        [this] {
                            if (!due_.isActive()) due_.start();
-                       }),
+                       },
+                       [&host] { return CurrentRowOf(host); }),
       model_(limits_, QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning),
              QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical)),
       pause_(Button("pause", text::trace::Pause, text::trace::PauseHint)),

@@ -196,7 +196,8 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const {
         return TextAt(*node, index.column());
     case Qt::ToolTipRole: {
         const QString text = TextAt(*node, index.column());
-        return text.isEmpty() ? QVariant() : QVariant(text.toHtmlEscaped());
+        // without any tag the text would be taken for a plain one, and its escapes shown
+        return text.isEmpty() ? QVariant() : QVariant("<span>" + text.toHtmlEscaped() + "</span>");
     }
     case Qt::DecorationRole: {
         if (index.column() != Message) return {};

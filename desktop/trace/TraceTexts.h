@@ -14,11 +14,11 @@ inline constexpr Own FilterHint{804,
 inline constexpr Own Listener{805, "Sender or receiver"};
 inline constexpr Own AllListeners{806, "All listeners"};
 inline constexpr Own OnlyTroubles{807, "Only &Failures"};
-inline constexpr Own Pause{808, "&Pause"};
+inline constexpr Own Pause{808, "Pau&se"};
 inline constexpr Own PauseHint{809, "Stops recording; what happens meanwhile is not in the trace"};
-inline constexpr Own Clear{810, "C&lear"};
+inline constexpr Own Clear{810, "Cl&ear"};
 inline constexpr Own ClearHint{811, "Takes all messages out of the trace"};
-inline constexpr Own Copy{812, "&Copy as Script"};
+inline constexpr Own Copy{812, "Cop&y as Script"};
 inline constexpr Own CopyHint{813, "Copies what the user did, in the selected or all messages shown, as a "
                                    "script for arvon-console"};
 inline constexpr Own Copied{814, "%1 commands copied for arvon-console"};

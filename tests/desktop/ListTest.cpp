@@ -129,6 +129,27 @@ TEST_F(ListTest, TakesACheckMarkAwayByTheSpaceBarAndKeepsItInTheCatalogue) {
     EXPECT_EQ(catalogue.mid(catalogue.indexOf("ShowInList=", tool), 14), QByteArray("ShowInList=\"0\""));
 }
 
+TEST_F(ListTest, TheSpaceBarMeansTheCheckMarkWhereverTheRowWasClicked) {
+    Open();
+    ClickRow(QStringLiteral("Plot Queue"));
+    const QPoint place = List().visualRect(RowOf(QStringLiteral("Plot Queue"), dateColumn)).center();
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, place); // the row is current already
+    Settle();
+    EXPECT_EQ(List().currentIndex(), RowOf(QStringLiteral("Plot Queue")));
+    List().setFocus();
+    Press(QKeySequence(Qt::Key_Space));
+    EXPECT_EQ(RowOf(QStringLiteral("Plot Queue")).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
+}
+
+TEST_F(ListTest, EnterOnTheNumberPadStartsTheCurrentProgram) {
+    Open();
+    ClickRow(QStringLiteral("Layout"));
+    List().setFocus();
+    QTest::keyClick(&List(), Qt::Key_Enter, Qt::KeypadModifier);
+    Settle();
+    EXPECT_THAT(bridge->Model().Processes(), testing::SizeIs(1));
+}
+
 TEST_F(ListTest, ShowsHiddenProgramsOnRequest) {
     Open();
     auto* showAll = Find<QCheckBox>("tskShowAll");

@@ -130,6 +130,39 @@ TEST_F(OptionsTest, WithoutAChangeOkOverwritesNothing) {
     EXPECT_THAT(Saved(), HasSubstr("<Name>cmbSheet</Name><Value>A0</Value>"));
 }
 
+TEST_F(OptionsTest, ThatCannotBeReadLeaveTheProgramsInPlaceAndAreReported) {
+    Open();
+    Tree().setCurrentIndex(NodeOf(QStringLiteral("Plot Queue")));
+    Settle();
+    Close();
+    const auto damage = [this] {
+        QFile file(ToQt(File("Arvon/OPTIONS.XML").string()));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("<Options><Tool");
+    };
+    damage();
+
+    Open();
+    const auto reported = [this] { return Find<QLabel>("report")->text().toStdString(); };
+    EXPECT_EQ(window->Nodes().SelectedNode(), QStringLiteral("Plot Queue")) << "as it was left";
+    EXPECT_THAT(reported(), HasSubstr("OPTIONS.XML")) << "nothing was done yet";
+    EXPECT_THAT(boxes, IsEmpty());
+    Close();
+
+    ASSERT_TRUE(QFile::remove(layoutFile));
+    Open();
+    EXPECT_EQ(window->Nodes().SelectedNode(), QStringLiteral("nodTools"));
+    EXPECT_TRUE(List().isVisible());
+    EXPECT_EQ(Names().size(), 13);
+    EXPECT_EQ(Find<QLabel>("count")->text(), QStringLiteral("13 programs"));
+    EXPECT_TRUE(NodeOf(QStringLiteral("Layout")).isValid());
+    Tree().setCurrentIndex(NodeOf(QStringLiteral("Layout")));
+    Settle();
+    EXPECT_EQ(reported(), "");
+    OpenOptions();
+    EXPECT_THAT(reported(), HasSubstr("OPTIONS.XML"));
+}
+
 TEST_F(OptionsTest, CancelLeavesWhatOthersChanged) {
     Open();
     OpenOptions();

@@ -262,17 +262,5 @@ TEST_F(ProgramsTest, AMenuItemOfAProgramOpensItsPage) {
     EXPECT_FALSE(List().isVisible());
 }
 
-TEST_F(ProgramsTest, TheContextMenuOfANodeLaunches) {
-    Open();
-    const QModelIndex node = NodeOf(QStringLiteral("Grid Check"));
-    Tree().setCurrentIndex(node);
-    Settle();
-    emit Tree().customContextMenuRequested(Tree().visualRect(node).center());
-    ASSERT_TRUE(WaitUntil([] { return QApplication::activePopupWidget() != nullptr; }));
-    auto* launch = QApplication::activePopupWidget()->findChild<QAction*>(QStringLiteral("mnuLaunch"));
-    ASSERT_NE(launch, nullptr);
-    QApplication::activePopupWidget()->close();
-}
-
 } // namespace
 } // namespace desktop

@@ -54,6 +54,27 @@ TEST(DesktopProgram, FindsADisplayThatIsThere) {
     EXPECT_FALSE(run.errors.contains(QStringLiteral("display"))) << run.errors.toStdString();
 }
 
+TEST(DesktopProgram, RefusesABadCommandLineWithStatusTwo) {
+    const std::vector<std::pair<QStringList, std::string>> lines{
+        {{QStringLiteral("--no-such-option")}, "no-such-option"},
+        {{QStringLiteral("--suite")}, "suite"},
+        {{QStringLiteral("stray")}, "expected options only, found \"stray\""},
+    };
+    for (const auto& [arguments, reason] : lines) {
+        const ProgramRun run = RunDesktop(arguments, QProcessEnvironment::systemEnvironment());
+        EXPECT_EQ(run.exitCode, 2) << reason;
+        EXPECT_THAT(run.errors.toStdString(), HasSubstr("arvon-desktop: "));
+        EXPECT_THAT(run.errors.toStdString(), HasSubstr(reason));
+        EXPECT_EQ(run.output, QString());
+    }
+}
+
+TEST(DesktopProgram, PrintsItsHelp) {
+    const ProgramRun run = RunDesktop({QStringLiteral("--help")}, QProcessEnvironment::systemEnvironment());
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.output.toStdString(), HasSubstr("--check-display"));
+}
+
 TEST(DesktopProgram, PrintsWhenItWasPaintedFirst) {
     QTemporaryDir folder;
     const ProgramRun run = RunDesktop({QStringLiteral("--measure"), QStringLiteral("--layout"),

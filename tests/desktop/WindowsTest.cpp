@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 
@@ -35,6 +36,48 @@ TEST_F(WindowsTest, TheUpdatesThatTheComponentAsksForAreShown) {
     EXPECT_EQ(Find<QLabel>("offerTitle")->text(), QStringLiteral("Programs that can be installed"));
     QTest::mouseClick(Find<QToolButton>("dismissBanner"), Qt::LeftButton);
     EXPECT_FALSE(Find<QFrame>("banner")->isVisible());
+}
+
+TEST_F(WindowsTest, ABannerThatWasDismissedStaysAwayUntilAnotherComes) {
+    Open();
+    Press(QKeySequence(Qt::CTRL | Qt::Key_U));
+    auto* updates = Find<QDialog>("updatesWindow");
+    ASSERT_TRUE(WaitUntil([&] { return updates->isVisible(); }));
+    QTest::keyClick(updates, Qt::Key_Escape);
+    auto* banner = Find<QFrame>("banner");
+    ASSERT_TRUE(banner->isVisible());
+    bridge->Redraw();
+    Settle();
+    EXPECT_TRUE(banner->isVisible());
+    QTest::mouseClick(Find<QToolButton>("dismissBanner"), Qt::LeftButton);
+    Press(QKeySequence(Qt::CTRL | Qt::Key_1));
+    bridge->Redraw();
+    Settle();
+    EXPECT_FALSE(banner->isVisible());
+
+    const auto show = [&](const char* caption) {
+        bridge->Do(
+            [caption](arvon::host::ReferenceHost& host) { host.Framework()->SetBanner(caption, "", 0); });
+        Settle();
+    };
+    const std::string dismissed = bridge->Model().Banner().caption;
+    show("Another banner");
+    EXPECT_TRUE(banner->isVisible());
+    show(dismissed.c_str());
+    EXPECT_TRUE(banner->isVisible()) << "it came anew";
+}
+
+TEST_F(WindowsTest, TheWindowsOfTheHostGoWithTheMainWindow) {
+    Open();
+    const QPointer<HostWindows> windows(&window->Windows());
+    Press(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    ASSERT_TRUE(WaitUntil([this] { return window->Windows().Window(QStringLiteral("ocxToolOptions")); }));
+    const QPointer<QDialog> options(windows->Window(QStringLiteral("ocxToolOptions")));
+    QTest::keyClick(options, Qt::Key_Escape);
+    Close();
+    EXPECT_TRUE(windows.isNull());
+    EXPECT_TRUE(options.isNull());
+    QTest::qWait(50); // nothing is left that would look at the host
 }
 
 TEST_F(WindowsTest, TheUpdatesButtonShowsTheUpdatesControlInPlaceOfTheList) {

@@ -94,6 +94,15 @@ TEST(OptionSheet, ALabelOfTheSameStemNamesItsOption) {
     EXPECT_EQ(sheet.Field(0, 0).name, "txtGridSpacing");
 }
 
+TEST(OptionSheet, ALabelThatIsASwitchWordNamesNothing) {
+    for (const char* word : {"OFF", "off", "ON", "0", "False"}) {
+        const OptionSheet sheet =
+            Sheet("<Options>" + Tool("A", Option("chkShowPricing", "ON") + Option("lblShowPricing", word)) +
+                  "</Options>");
+        EXPECT_THAT(Labels(sheet, 0), ElementsAre("Show pricing", "Show pricing")) << word;
+    }
+}
+
 TEST(OptionSheet, AHiddenLabelNamesNothing) {
     const OptionSheet sheet =
         Sheet("<Options>" +

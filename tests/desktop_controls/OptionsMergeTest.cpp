@@ -164,6 +164,17 @@ TEST_F(OptionsMergeTest, ABrokenTextFromOutsideIsPassedOver) {
     EXPECT_EQ(Updated(), Replaced(small, ">ON<", ">OFF<"));
 }
 
+TEST_F(OptionsMergeTest, WhatOthersSaveWhileItSendsIsNoProofThatItsOwnWasSaved) {
+    Open(small);
+    QTest::keyClicks(&Part<QLineEdit>("txtGridSpacing"), "7");
+    peer.doings["UpdateOptions"] = [this] { ChangeOutside(Replaced(small, ">ON<", ">OFF<")); };
+    Click(Part<QPushButton>("ok"));
+    EXPECT_THAT(peer.Of("UnloadOptionsTool"), IsEmpty());
+    EXPECT_THAT(Part<QLabel>("state").text().toStdString(), HasSubstr("could not be saved"));
+    EXPECT_FALSE(Part<QCheckBox>("chkSnapToGrid").isChecked());
+    EXPECT_EQ(Part<QLineEdit>("txtGridSpacing").text(), "72.5");
+}
+
 TEST_F(OptionsMergeTest, WhatItSentItselfIsNoChangeFromOutside) {
     Open(small);
     QTest::keyClicks(&Part<QLineEdit>("txtGridSpacing"), "7");

@@ -29,6 +29,7 @@ protected:
         peer.replies["EnumPrinters"] = "<Printers><Printer default=\"-1\">Office laser</Printer>"
                                        "<Printer default=\"0\">Plotter</Printer></Printers>";
         peer.doings["InitializeOptions"] = [this, text] { Initialize(text); };
+        if (!peer.doings.contains("UpdateOptions")) peer.doings["UpdateOptions"] = [this] { Save(); };
         control = MakeControl("KvTMU110.ctlOptions", peer.Services());
         panel.reset(control->Widget());
         ShowInFront(*panel);
@@ -36,6 +37,12 @@ protected:
     void Initialize(const std::string& text) {
         const std::array arguments{base::Value(text)};
         control->Call("Initialize", arguments);
+    }
+    /// As the component does when "UpdateOptions" has written the file.
+    void Save() {
+        const std::string options = peer.sent.back().parameters.at("Options");
+        ASSERT_TRUE(peer.newOptions) << "the control did not ask to be told";
+        peer.newOptions(options);
     }
     template <class T> T& Part(const QString& name) { return Child<T>(*panel, name); }
     std::string Updated() const {

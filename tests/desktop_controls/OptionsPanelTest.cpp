@@ -83,8 +83,34 @@ TEST_F(OptionsPanelTest, KeyboardAndMouseChangeAndOkSendsTheWholeTextOnce) {
     put("<Value>0<", "<Value>1<");
     put(">Old printer<", ">Plotter<");
     EXPECT_EQ(Updated(), expected);
-    EXPECT_EQ(peer.Of("UpdateOptions")[0].parameters.at("UnloadOptionsTool"), "-1");
+    EXPECT_FALSE(peer.Of("UpdateOptions")[0].parameters.contains("UnloadOptionsTool"))
+        << "the window must not go before the options are saved";
+    EXPECT_EQ(peer.Types().back(), "UnloadOptionsTool");
     EXPECT_EQ(control->Get("Options").ToText(), expected);
+}
+
+TEST_F(OptionsPanelTest, WhatCouldNotBeSavedStaysInItsWindowAndIsTold) {
+    peer.doings["UpdateOptions"] = [] {}; // nobody is told of new options
+    Open(small);
+    QTest::keyClicks(&Part<QLineEdit>("txtGridSpacing"), "1");
+    Click(Part<QPushButton>("ok"));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(peer.Of("UnloadOptionsTool").empty());
+    EXPECT_EQ(Part<QLabel>("state").text(),
+              "The options could not be saved. Your changes are kept here; OK tries again.");
+    EXPECT_TRUE(Part<QLabel>("state").isVisible());
+    EXPECT_EQ(Part<QLineEdit>("txtGridSpacing").text(), "12.5");
+    EXPECT_TRUE(Part<QPushButton>("resetPage").isEnabled()) << "still a change";
+    EXPECT_EQ(control->Get("Options").ToText(), small);
+    EXPECT_EQ(Unnamed(*panel), QStringList());
+    TakePictures(*panel, "options-not-saved");
+
+    peer.doings["UpdateOptions"] = [this] { Save(); };
+    Click(Part<QPushButton>("ok"));
+    EXPECT_EQ(peer.Of("UpdateOptions").size(), 2U);
+    EXPECT_EQ(peer.Of("UnloadOptionsTool").size(), 1U);
+    EXPECT_THAT(control->Get("Options").ToText(), HasSubstr(">12.5<"));
+    EXPECT_TRUE(WaitUntil([this] { return Part<QLabel>("state").text().isEmpty(); }));
 }
 
 TEST_F(OptionsPanelTest, SendsOnceThoughTheWindowGoesMeanwhile) {
@@ -105,7 +131,7 @@ TEST_F(OptionsPanelTest, ASecondOkFromInsideTheFirstIsNone) {
     EXPECT_EQ(peer.Of("UpdateOptions").size(), 1U);
 }
 
-TEST_F(OptionsPanelTest, WhereTheWindowStaysItGoesOnFromWhatWasSent) {
+TEST_F(OptionsPanelTest, WhereTheWindowStaysItGoesOnFromWhatWasSaved) {
     Open(small);
     QTest::keyClicks(&Part<QLineEdit>("txtGridSpacing"), "1");
     Click(Part<QPushButton>("ok"));
@@ -147,6 +173,47 @@ TEST_F(OptionsPanelTest, MarksWhatIsChangedAndTakesItBack) {
     EXPECT_TRUE(Part<QCheckBox>("chkSnapToGrid").isChecked());
     EXPECT_EQ(spacing.text(), "2.5");
     EXPECT_FALSE(Part<QPushButton>("resetPage").isEnabled());
+}
+
+TEST_F(OptionsPanelTest, EnterPressesTheResetButtonThatHasTheKeyboard) {
+    Open(small);
+    auto& spacing = Part<QLineEdit>("txtGridSpacing");
+    QTest::keyClicks(&spacing, "7");
+    auto& reset = Part<QToolButton>("reset txtGridSpacing");
+    reset.setFocus();
+    QTest::keyClick(&reset, Qt::Key_Return);
+    EXPECT_EQ(spacing.text(), "2.5");
+    QTest::keyClicks(&spacing, "7");
+    auto& resetPage = Part<QPushButton>("resetPage");
+    resetPage.setFocus();
+    QTest::keyClick(&resetPage, Qt::Key_Enter);
+    EXPECT_EQ(spacing.text(), "2.5");
+    EXPECT_TRUE(peer.Of("UpdateOptions").empty());
+}
+
+TEST_F(OptionsPanelTest, InADialogOkIsTheDefaultButton) {
+    peer.doings["InitializeOptions"] = [this] { Initialize(small); };
+    control = MakeControl("KvTMU110.ctlOptions", peer.Services());
+    QDialog dialog;
+    (new QVBoxLayout(&dialog))->addWidget(control->Widget());
+    ShowInFront(dialog);
+    auto& ok = Child<QPushButton>(dialog, "ok");
+    EXPECT_TRUE(ok.isDefault());
+    QTest::keyClicks(&Child<QLineEdit>(dialog, "txtGridSpacing"), "7");
+    auto& resetPage = Child<QPushButton>(dialog, "resetPage");
+    resetPage.setFocus();
+    EXPECT_FALSE(resetPage.isDefault());
+    EXPECT_TRUE(ok.isDefault());
+}
+
+TEST_F(OptionsPanelTest, ALabelThatWasSwitchedOffCaptionsNothing) {
+    Open("<Options><Tool ID=\"A\"><Option><Name>chkShowPricing</Name><Value>ON</Value></Option>"
+         "<Option><Name>lblShowPricing</Name><Value>OFF</Value></Option></Tool></Options>");
+    EXPECT_EQ(Part<QCheckBox>("chkShowPricing").text(), "Show pricing");
+    EXPECT_EQ(Part<QLabel>("lblShowPricing").text(), "Show pricing");
+    Click(Part<QCheckBox>("chkShowPricing"));
+    Click(Part<QPushButton>("ok"));
+    EXPECT_THAT(Updated(), HasSubstr("<Name>lblShowPricing</Name><Value>OFF</Value>"));
 }
 
 TEST_F(OptionsPanelTest, SearchShowsWhichPagesMatchAndOnlyWhatDoes) {
@@ -191,16 +258,34 @@ TEST_F(OptionsPanelTest, TroubleIsToldAndHoldsOkBack) {
     auto& language = Part<QComboBox>("cmbLanguage");
     language.lineEdit()->selectAll();
     QTest::keyClicks(&language, "Klingon");
-    EXPECT_FALSE(Part<QPushButton>("ok").isEnabled());
     EXPECT_THAT(Part<QLabel>("state").text().toStdString(), HasSubstr("found \u201cKlingon\u201d"));
+    Part<QListView>("pages").setFocus();
     QTest::keyClick(panel.get(), Qt::Key_Return);
     EXPECT_TRUE(peer.Of("UpdateOptions").empty());
+    EXPECT_TRUE(language.hasFocus());
     TakePictures(*panel, "options-trouble");
     language.lineEdit()->selectAll();
     QTest::keyClicks(&language, "Deutsch");
-    EXPECT_TRUE(Part<QPushButton>("ok").isEnabled());
     QTest::keyClick(panel.get(), Qt::Key_Return);
     EXPECT_THAT(Updated(), HasSubstr("<Value>1031</Value>")) << "a label that is known stands for its value";
+}
+
+TEST_F(OptionsPanelTest, OkGoesToTheFieldInTroubleAlsoWhereASearchHidesIt) {
+    Open("<Options><Tool ID=\"A\"><Option><Name>txtOther</Name><Value>1</Value></Option>"
+         "<Option><Name>cmbLanguage</Name><Value>1033</Value></Option></Tool>"
+         "<Tool ID=\"B\"><Option><Name>txtFolder</Name><Value>C:</Value></Option></Tool></Options>");
+    auto& language = Part<QComboBox>("cmbLanguage");
+    language.lineEdit()->selectAll();
+    QTest::keyClicks(&language, "Klingon");
+    auto& search = Part<QLineEdit>("search");
+    for (const char* hiding : {"folder", "other"}) { // another page, another field of the page
+        search.setText(hiding);
+        Click(Part<QPushButton>("ok"));
+        EXPECT_TRUE(peer.Of("UpdateOptions").empty());
+        EXPECT_EQ(search.text(), "") << hiding;
+        EXPECT_EQ(Part<QLabel>("title").text(), "A") << hiding;
+        EXPECT_TRUE(Part<QComboBox>("cmbLanguage").hasFocus()) << hiding;
+    }
 }
 
 TEST_F(OptionsPanelTest, WhatIsTypedIntoAChoiceIsNotCompleted) {

@@ -137,6 +137,27 @@ TEST_F(PropertiesTest, WithoutAToolItSaysSo) {
     EXPECT_TRUE(Part<QPushButton>("launch").isEnabled());
 }
 
+TEST_F(PropertiesTest, AnAnswerThatIsShownAlreadyLeavesEverythingAsItIs) {
+    Open(layout);
+    QPointer<QLineEdit> field;
+    for (QLineEdit* one : panel->findChildren<QLineEdit*>())
+        if (one->accessibleName() == "Program") field = one;
+    ASSERT_TRUE(field);
+    field->setFocus();
+    field->setSelection(3, 6);
+    control->Refresh();
+    ASSERT_TRUE(field);
+    EXPECT_EQ(field->selectedText(), "QUARRA");
+    EXPECT_TRUE(field->hasFocus());
+
+    peer.texts[2] = "Fassung";
+    control->Retranslate();
+    EXPECT_EQ(Value("Fassung"), "4.2.1") << "in another language it is filled anew";
+    peer.replies["GetToolProperties"] = "<Tool Name=\"Layout\" version=\"5\"/>";
+    control->Refresh();
+    EXPECT_EQ(Value("Fassung"), "5");
+}
+
 TEST_F(PropertiesTest, AnUnreadableRecordIsTold) {
     Open("<Tool Name=");
     bool told = false;

@@ -18,6 +18,31 @@ using arvon::host::ReferenceHost;
 using testing::HasSubstr;
 using testing::Not;
 
+/// Tells a control of new options, as the desktop does.
+class OptionsNotices final : public arvon::host::IObserver {
+public:
+    explicit OptionsNotices(ReferenceHost& host) : host_(host) { host_.Subscribe(*this); }
+    ~OptionsNotices() override { host_.Unsubscribe(*this); }
+    OptionsNotices(const OptionsNotices&) = delete;
+    OptionsNotices& operator=(const OptionsNotices&) = delete;
+
+    void Follow(QObject* who, const std::function<void(const std::string&)>& told) {
+        host_.Listen("KvTMU110", {});
+        who_ = who;
+        told_ = told;
+    }
+    void OnReply(const arvon::host::MessageRecord& message) override {
+        if (!who_ || message.name != "NewOptions" || message.destination != "KvTMU110") return;
+        for (const arvon::host::ParameterRecord& parameter : message.parameters)
+            if (parameter.name == "Options") told_(parameter.value.ToText());
+    }
+
+private:
+    ReferenceHost& host_;
+    QPointer<QObject> who_;
+    std::function<void(const std::string&)> told_;
+};
+
 /// The real component in the reference host on a copy of the sample suite, its views shown by this library.
 class StoriesTest : public suite::test::SuiteCopy {
 protected:
@@ -47,12 +72,20 @@ protected:
     }
     ~StoriesTest() override {
         shown.reset();
+        notices.reset();
         dock.reset();
     }
 
     void Load() {
         host->OpenComponent(KVTM_COMPONENT);
         ASSERT_TRUE(host->Load());
+    }
+    /// From now on the controls are told of new options.
+    void FollowOptions() {
+        notices = std::make_unique<OptionsNotices>(*host);
+        services.onNewOptions = [this](QObject* who, const std::function<void(const std::string&)>& told) {
+            notices->Follow(who, told);
+        };
     }
     QWidget& Show(const char* view) {
         const auto control = std::dynamic_pointer_cast<ControlObject>(host->ControlOf(view));
@@ -70,6 +103,7 @@ protected:
     ControlServices services;
     std::unique_ptr<ReferenceHost> host;
     std::unique_ptr<TraceDock> dock;
+    std::unique_ptr<OptionsNotices> notices;
     std::unique_ptr<QWidget> shown;
 };
 
@@ -88,6 +122,7 @@ void Flatten(const TraceNode& node, std::vector<std::string>& lines) {
 
 TEST_F(StoriesTest, OptionsAreChangedInTheirWindowAndKept) {
     Load();
+    FollowOptions();
     host->ClickMenu("mnuToolOptions");
     ASSERT_TRUE(IsOpen("ocxToolOptions"));
     QWidget& panel = Show("ocxToolOptions");
@@ -108,6 +143,32 @@ TEST_F(StoriesTest, OptionsAreChangedInTheirWindowAndKept) {
     const std::array parameters{arvon::host::ParameterRecord{"ToolID", 2, base::Value("Tobr43")},
                                 arvon::host::ParameterRecord{"OptionName", 2, base::Value("txtGridSpacing")}};
     EXPECT_EQ(host->SendRequest("GetOptionValue", parameters), "7.25");
+}
+
+TEST_F(StoriesTest, OptionsThatCannotBeSavedStayInTheirWindow) {
+    Load();
+    FollowOptions();
+    host->ClickMenu("mnuToolOptions");
+    QWidget& panel = Show("ocxToolOptions");
+    auto& pages = Child<QListView>(panel, "pages");
+    pages.setCurrentIndex(pages.model()->index(2, 0));
+    auto& spacing = Child<QLineEdit>(panel, "txtGridSpacing");
+    spacing.selectAll();
+    QTest::keyClicks(&spacing, "7.25");
+    const std::string before = Options();
+    const std::filesystem::path file = Quarra("Arvon/OPTIONS.XML");
+    std::filesystem::remove(file);
+    Write(file / "in the way", "");
+    Click(Child<QPushButton>(panel, "ok"));
+    EXPECT_TRUE(IsOpen("ocxToolOptions"));
+    EXPECT_THAT(Child<QLabel>(panel, "state").text().toStdString(), HasSubstr("could not be saved"));
+    EXPECT_EQ(spacing.text(), "7.25");
+
+    std::filesystem::remove_all(file);
+    Write(file, before);
+    Click(Child<QPushButton>(panel, "ok"));
+    EXPECT_FALSE(IsOpen("ocxToolOptions"));
+    EXPECT_THAT(Options(), HasSubstr("<Name>txtGridSpacing</Name><Value>7.25</Value>"));
 }
 
 TEST_F(StoriesTest, CancelledOptionsLeaveTheFileAlone) {
@@ -149,10 +210,8 @@ TEST_F(StoriesTest, AToolsPropertiesLaunchIt) {
 TEST_F(StoriesTest, UpdatesAreThoseOfThePackages) {
     Load();
     QWidget& panel = Show("ocxToolsUpdate");
-    EXPECT_THAT(Child<QLabel>(panel, "updatesMessage").text().toStdString(), HasSubstr("has not answered"));
-    Click(Child<QPushButton>(panel, "again"));
     const QAbstractItemModel& updates = *Child<QTreeView>(panel, "updates").model();
-    ASSERT_GT(updates.rowCount(), 0);
+    ASSERT_TRUE(WaitUntil([&] { return updates.rowCount() > 0; })) << "what answers was not loaded yet";
     EXPECT_EQ(updates.index(0, 0).data().toString(), "Layout");
     EXPECT_GT(Child<QTreeView>(panel, "new").model()->rowCount(), 0);
     panel.resize(620, 383);
