@@ -21,7 +21,6 @@ public:
     void OnChanged(const _xmlNode* node);
     void Clear() noexcept;
 
-
 private:
     /// A topmost "Tool" element and its place in the text.
     struct Part {
