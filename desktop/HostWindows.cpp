@@ -121,6 +121,13 @@ bool HostWindows::TakeOffer(const std::string& answer) {
     return taken;
 }
 
+bool HostWindows::HasChanges() const {
+    return std::any_of(windows_.keyBegin(), windows_.keyEnd(), [this](const QString& viewKey) {
+        const std::shared_ptr<ControlObject> control = ControlOf(viewKey);
+        return control && control->HasChanges();
+    });
+}
+
 void HostWindows::RefreshControls() {
     for (const std::shared_ptr<ControlObject>& control : Controls())
         control->Refresh();

@@ -36,6 +36,8 @@ public:
     void RefreshControls();
     /// True when a control in sight shows it.
     bool TakeOffer(const std::string& answer);
+    /// Whether closing a window that is open would lose what was typed.
+    bool HasChanges() const;
     QDialog* Window(const QString& viewKey) const { return windows_.value(viewKey); }
 
 private:

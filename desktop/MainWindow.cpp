@@ -7,6 +7,7 @@
 #include "desktop/FinderEntries.h"
 #include "desktop/HostMenus.h"
 #include "desktop/LanguageMenu.h"
+#include "desktop/MessageBox.h"
 #include "desktop/Navigator.h"
 #include "desktop/QtText.h"
 #include "desktop/ReportLine.h"
@@ -374,6 +375,12 @@ void MainWindow::OpenAsLeft() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (bridge_.IsWorking()) { // a message box or a dialog waits for its answer
+        event->ignore();
+        return;
+    }
+    if (windows_->HasChanges() &&
+        !Confirm(this, text::Of(text::leaving::Title), text::Of(text::leaving::Question),
+                 text::Of(text::leaving::Consequence), text::Of(text::leaving::Leave))) {
         event->ignore();
         return;
     }

@@ -19,7 +19,6 @@ using arvon::host::ReferenceHost;
 
 namespace {
 
-constexpr auto toolList = "lvTools";
 constexpr auto launchTask = "tskLaunchTool";
 constexpr auto removeTask = "tskRemoveTool";
 constexpr auto showAllTask = "tskShowAll";
@@ -187,7 +186,7 @@ void TaskPane::Click(const QString& taskKey) {
         return;
     bridge_.Do(
         [key = FromQt(taskKey), confirmed = removes ? FromQt(row) : std::string()](ReferenceHost& host) {
-            if (!confirmed.empty()) host.SelectRow(toolList, confirmed);
+            if (!confirmed.empty()) host.SelectRow(listView, confirmed);
             host.ClickTask(key);
         },
         ProgressOf(taskKey, row));

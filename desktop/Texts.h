@@ -101,4 +101,11 @@ inline constexpr Own Name{420, "Banner"};
 inline constexpr Own Dismiss{421, "Close this banner"};
 } // namespace banner
 
+namespace leaving { // the desktop, with changed options
+inline constexpr Own Title{430, "Exit"};
+inline constexpr Own Question{431, "Exit without saving the options?"};
+inline constexpr Own Consequence{432, "What was changed in the options window is lost."};
+inline constexpr Own Leave{433, "Exit Without Saving"};
+} // namespace leaving
+
 } // namespace desktop::text

@@ -51,6 +51,8 @@ public:
     /// Asks the component anew: for when another node shows the same view, or the tools have changed. Does
     /// nothing while the widget is not to be seen.
     virtual void Refresh() {}
+    /// Whether something was typed that closing now would lose.
+    virtual bool HasChanges() const { return false; }
     /// What the updates component answered somebody else to "ShowUpdates"; true when this control shows it.
     virtual bool TakeOffer(const std::string& /*answer*/) { return false; }
 };

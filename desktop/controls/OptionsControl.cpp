@@ -34,6 +34,7 @@ public:
             return panel;
         });
     }
+    bool HasChanges() const override { return widget_.IfAny() && widget_.IfAny()->HasChanges(); }
     void Retranslate() override {
         if (widget_.IfAny()) widget_.IfAny()->Retranslate();
     }

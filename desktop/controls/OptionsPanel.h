@@ -27,6 +27,7 @@ public:
     OptionsPanel(const ControlServices& services, std::function<void(const std::string&)> saved);
     ~OptionsPanel() override;
 
+    bool HasChanges() const { return sheet_.Changes() > 0; }
     /// Shows this text, without changes. An empty one has no options; one that cannot be read is told.
     void Load(const std::string& text);
     void Retranslate();

@@ -61,6 +61,28 @@ protected:
     }
 };
 
+TEST_F(OptionsTest, ChangedOptionsAreNotLostWithoutAQuestion) {
+    Open();
+    OpenOptions();
+    OpenPage(QStringLiteral("Beam & Frame"));
+    Type("txtSafetyFactor", QStringLiteral("1.75"));
+    confirms = false;
+    EXPECT_FALSE(window->close());
+    EXPECT_TRUE(window->isVisible());
+    ASSERT_THAT(boxes, testing::SizeIs(1));
+    EXPECT_THAT(boxes[0].text.toStdString(), HasSubstr("without saving"));
+    confirms = true;
+    EXPECT_TRUE(window->close());
+    EXPECT_THAT(Saved(), Not(HasSubstr("<Value>1.75</Value>")));
+}
+
+TEST_F(OptionsTest, NothingIsAskedWhereNoOptionWasChanged) {
+    Open();
+    OpenOptions();
+    EXPECT_TRUE(window->close());
+    EXPECT_THAT(boxes, IsEmpty());
+}
+
 TEST_F(OptionsTest, OptionsThatAreChangedLandInTheFile) {
     Open();
     OpenOptions();
