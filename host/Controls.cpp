@@ -27,7 +27,7 @@ public:
         : trace_(trace), record_(std::move(record)), name_(std::move(name)) {}
 
     base::Value Get(std::string_view member) const override {
-        trace_.Check("Control.Get");
+        trace_.Read("Control.Get", [&] { return name_ + "." + std::string(member); });
         if (base::EqualIgnoringCase(member, "Enabled")) return enabled_;
         NoSuchMember(member);
     }
@@ -55,7 +55,7 @@ public:
           launch_(std::make_shared<ButtonControl>(trace, record, "GetLaunchButton")) {}
 
     base::Value Get(std::string_view member) const override {
-        trace_.Check("Control.Get");
+        trace_.Read("Control.Get", member);
         if (base::EqualIgnoringCase(member, "GetUpdateButton")) return update_;
         if (base::EqualIgnoringCase(member, "GetLaunchButton")) return launch_;
         NoSuchMember(member);
@@ -73,7 +73,7 @@ public:
     OptionsControl(Trace& trace, ControlRecord record) : trace_(trace), record_(std::move(record)) {}
 
     base::Value Get(std::string_view member) const override {
-        trace_.Check("Control.Get");
+        trace_.Read("Control.Get", member);
         if (base::EqualIgnoringCase(member, "Options")) return options_;
         NoSuchMember(member);
     }

@@ -37,7 +37,7 @@ public:
     }
 
     std::string Data() const override {
-        trace_.Check("DataService.Data");
+        trace_.Read("DataService.Data");
         return data_;
     }
 

@@ -88,7 +88,7 @@ void HostFramework::RegisterListener(const std::shared_ptr<IMessageListener>& li
 }
 
 std::shared_ptr<IRouter> HostFramework::Router() {
-    trace_.Check("Router");
+    trace_.Read("Router");
     return router_;
 }
 
@@ -108,7 +108,7 @@ std::shared_ptr<IEvent> HostFramework::NewEvent() {
 }
 
 std::shared_ptr<IMessaging> HostFramework::Messaging() {
-    trace_.Check("Messaging");
+    trace_.Read("Messaging");
     return messaging_;
 }
 
@@ -139,37 +139,37 @@ std::string HostFramework::InstallPath() {
 // -------------------------------------------------------------------------------------------------
 
 IViews& HostFramework::Views() {
-    trace_.Check("Views");
+    trace_.Read("Views");
     return views_;
 }
 
 ITaskViews& HostFramework::TaskViews() {
-    trace_.Check("TaskViews");
+    trace_.Read("TaskViews");
     return taskViews_;
 }
 
 ITabs& HostFramework::Tabs() {
-    trace_.Check("Tabs");
+    trace_.Read("Tabs");
     return tabs_;
 }
 
 IMenus& HostFramework::Menus() {
-    trace_.Check("Menus");
+    trace_.Read("Menus");
     return menus_;
 }
 
 IMenuItems& HostFramework::ContextMenu() {
-    trace_.Check("ContextMenu");
+    trace_.Read("ContextMenu");
     return contextMenu_.Items();
 }
 
 IButtons& HostFramework::Buttons() {
-    trace_.Check("Buttons");
+    trace_.Read("Buttons");
     return buttons_;
 }
 
 IWindows& HostFramework::Windows() {
-    trace_.Check("Windows");
+    trace_.Read("Windows");
     return windows_;
 }
 
@@ -218,17 +218,17 @@ void HostFramework::ShowMessage(std::string_view text, std::int32_t style, std::
 // --------------------------------------------------------------------------------------------
 
 IToolRecords& HostFramework::Tools() {
-    trace_.Check("Tools");
+    trace_.Read("Tools");
     return records_;
 }
 
 ILoadedTools& HostFramework::LoadedTools() {
-    trace_.Check("LoadedTools");
+    trace_.Read("LoadedTools");
     return loadedTools_;
 }
 
 IToolLoader& HostFramework::Loader() {
-    trace_.Check("Loader");
+    trace_.Read("Loader");
     return loader_;
 }
 

@@ -7,17 +7,17 @@
 namespace arvon::host {
 
 std::string ListItem::Key() const {
-    trace_->Check("ListItem.Key");
+    trace_->Read("ListItem.Key", key_);
     return key_;
 }
 
 std::string ListItem::Text() const {
-    trace_->Check("ListItem.Text");
+    trace_->Read("ListItem.Text", key_);
     return text_;
 }
 
 bool ListItem::Checked() const {
-    trace_->Check("ListItem.Checked");
+    trace_->Read("ListItem.Checked", key_);
     return checked_;
 }
 
@@ -54,7 +54,7 @@ model::ListRow ListItem::Snapshot(bool current) const {
 }
 
 bool ListView::CheckBoxes() const {
-    trace_.Check("ListView.CheckBoxes");
+    trace_.Read("ListView.CheckBoxes");
     return checkBoxes_;
 }
 
@@ -73,7 +73,7 @@ IListItem& ListView::AddItem(std::string_view key, std::string_view text) {
 }
 
 const IListItem* ListView::CurrentItem() const {
-    trace_.Check("ListView.CurrentItem");
+    trace_.Read("ListView.CurrentItem");
     return current_;
 }
 

@@ -57,22 +57,22 @@ std::shared_ptr<ITool> MakeTool(const std::filesystem::path& library, ISupport& 
 // ---------------------------------------------------------------------------------------
 
 std::string LoadedTool::Name() const {
-    trace_.Check("LoadedTool.Name");
+    trace_.Read("LoadedTool.Name", names_.name);
     return names_.name;
 }
 
 std::string LoadedTool::ProductDataKey() const {
-    trace_.Check("LoadedTool.ProductDataKey");
+    trace_.Read("LoadedTool.ProductDataKey", names_.name);
     return names_.key;
 }
 
 std::size_t LoadedTools::Count() const {
-    trace_.Check("LoadedTools.Count");
+    trace_.Read("LoadedTools.Count");
     return tools_.Count();
 }
 
 std::shared_ptr<ILoadedTool> LoadedTools::Item(std::size_t position) const {
-    trace_.Check("LoadedTools.Item");
+    trace_.Read("LoadedTools.Item", position);
     return tools_.Item(position);
 }
 

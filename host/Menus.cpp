@@ -12,12 +12,12 @@ MenuItems::MenuItems(MenuContext& context, MenuItem* parent, const MenuItemsOper
       level_(!parent || parent->IsInTree() ? &context.tree : nullptr, parent) {}
 
 std::size_t MenuItems::Count() const {
-    context_.trace.Check(operations_.count);
+    context_.trace.Read(operations_.count);
     return level_.Items().Count();
 }
 
 std::shared_ptr<IMenuItem> MenuItems::Item(std::size_t position) {
-    context_.trace.Check(operations_.item);
+    context_.trace.Read(operations_.item, position);
     return level_.Items().Item(position);
 }
 
@@ -71,17 +71,17 @@ MenuItem::MenuItem(MenuContext& context, std::string_view key, std::string_view 
       separator_(separator) {}
 
 std::string MenuItem::Key() const {
-    context_.trace.Check("MenuItem.Key");
+    context_.trace.Read("MenuItem.Key", key_);
     return key_;
 }
 
 std::string MenuItem::Caption() const {
-    context_.trace.Check("MenuItem.Caption");
+    context_.trace.Read("MenuItem.Caption", key_);
     return caption_;
 }
 
 std::string MenuItem::Owner() const {
-    context_.trace.Check("MenuItem.Owner");
+    context_.trace.Read("MenuItem.Owner", key_);
     return owner_;
 }
 
@@ -98,7 +98,7 @@ void MenuItem::SetVisible(bool visible) {
 }
 
 IMenuItems& MenuItem::Items() {
-    context_.trace.Check("MenuItem.Items");
+    context_.trace.Read("MenuItem.Items", key_);
     if (!items_) items_ = std::make_unique<MenuItems>(context_, this, menuItemsOperations);
     return *items_;
 }
@@ -125,7 +125,7 @@ Menu::Menu(MenuContext& context, std::string_view key, std::string_view caption,
       items_(context, nullptr, menuItemsOperations) {}
 
 std::string Menu::Key() const {
-    context_.trace.Check("Menu.Key");
+    context_.trace.Read("Menu.Key", key_);
     return key_;
 }
 
@@ -136,7 +136,7 @@ void Menu::SetVisible(bool visible) {
 }
 
 IMenuItems& Menu::Items() {
-    context_.trace.Check("Menu.Items");
+    context_.trace.Read("Menu.Items", key_);
     return items_;
 }
 

@@ -9,12 +9,13 @@
 
 namespace arvon::host {
 
-/// One call that a tool made on the host, as it came in. Reading a simple property (a count, a key, a
-/// record's value, a parameter) is no call, and stands here only when it was made to fail.
+/// One operation that a tool called on the host, as it came in. One that only reads (a count, a key, a
+/// record's value) is told to those who want reads, and to all who want calls when it was made to fail.
 struct CallRecord {
-    std::string operation;              // "Menus.Add"; host/README.md lists them all
-    std::vector<base::Value> arguments; // in call order: text, number, boolean; empty for one left out
-    bool failed = false;                // made to fail by FailNext: the caller gets a ComponentError
+    std::string operation;                   // "Menus.Add"; host/README.md lists them all
+    std::vector<base::Value> arguments = {}; // in call order: text, number, boolean; empty for one left out
+    bool failed = false;                     // made to fail by FailNext: the caller gets a ComponentError
+    bool isRead = false; // only reads; its arguments: the key or name of what is read, a position, a member
 };
 
 struct ParameterRecord {
@@ -96,6 +97,8 @@ public:
     /// What is costly to tell is only told to those who ask for it. Asked while subscribing, and again before
     /// each telling: an answer may turn to false at any time, and to true by subscribing once more.
     virtual bool WantsCalls() const { return true; }
+    /// Reads too: there are far more of them than of other calls.
+    virtual bool WantsReads() const { return false; }
     virtual bool WantsMessages() const { return true; }
     virtual bool WantsChanges() const { return true; }
 };

@@ -163,8 +163,8 @@ void ReferenceHost::Refuse(std::string_view toolName) {
     framework_->loader_.Refuse(toolName);
 }
 
-void ReferenceHost::FailNext(std::string_view operation, std::size_t count) {
-    framework_->trace_.FailNext(operation, count);
+void ReferenceHost::FailNext(std::string_view operation, std::size_t count, std::size_t after) {
+    framework_->trace_.FailNext(operation, count, after);
 }
 
 std::span<const std::string_view> ReferenceHost::Operations() {

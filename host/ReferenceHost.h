@@ -136,10 +136,11 @@ public:
     void SetLanguageAnswer(std::string_view answer);
     /// The loader refuses this tool from now on.
     void Refuse(std::string_view toolName);
-    /// The next `count` calls that a tool makes of a host operation throw ComponentError 1001, source
-    /// "Arvon110", description "OPERATION failed". What the host does by itself, such as delivering the
-    /// messages above, is no call. Throws InvalidCall for a name that is no operation (see Operations).
-    void FailNext(std::string_view operation, std::size_t count = 1);
+    /// Of the calls that a tool makes of a host operation, the next `after` pass and the `count` behind them
+    /// throw ComponentError 1001, source "Arvon110", description "OPERATION failed". What the host does by
+    /// itself, such as delivering the messages above, is no call. Throws InvalidCall for a name that is no
+    /// operation (see Operations).
+    void FailNext(std::string_view operation, std::size_t count = 1, std::size_t after = 0);
     static std::span<const std::string_view> Operations();
     /// Why the loader last refused a tool; empty when it did not.
     std::string ProblemOf(std::string_view toolName) const;

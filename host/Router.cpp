@@ -128,7 +128,7 @@ bool Router::IsRegistered(std::string_view listenerId) {
 }
 
 std::string Router::Send(const std::shared_ptr<IMessage>& message) {
-    trace_.Check("Router.Send");
+    trace_.Read("Router.Send");
     return Route(message);
 }
 

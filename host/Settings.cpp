@@ -19,7 +19,7 @@ public:
         : trace_(trace), ini_(std::move(ini)), name_(name) {}
 
     Value GetItem(std::string_view item) override {
-        trace_.Check("Settings.GetItem");
+        trace_.Read("Settings.GetItem", name_, item);
         const auto value = ini_->Get(name_, item);
         return value ? Value(*value) : Value();
     }

@@ -22,7 +22,7 @@ Nodes::Nodes(std::shared_ptr<TabContext> context, Node* parent)
       level_(!parent || parent->IsInTree() ? &context_->tree : nullptr, parent) {}
 
 std::size_t Nodes::Count() const {
-    context_->trace.Check("Nodes.Count");
+    context_->trace.Read("Nodes.Count");
     return level_.Items().Count();
 }
 
@@ -70,12 +70,12 @@ Node::~Node() {
 }
 
 std::string Node::Key() const {
-    context_->trace.Check("Node.Key");
+    context_->trace.Read("Node.Key", key_);
     return key_;
 }
 
 std::int32_t Node::Level() const {
-    context_->trace.Check("Node.Level");
+    context_->trace.Read("Node.Level", key_);
     return level_;
 }
 
@@ -98,7 +98,7 @@ void Node::SetTaskViewKey(std::string_view viewKey) {
 }
 
 bool Node::IsLoaded() const {
-    context_->trace.Check("Node.IsLoaded");
+    context_->trace.Read("Node.IsLoaded", key_);
     return loaded_;
 }
 
@@ -139,7 +139,7 @@ void Node::Ask() {
 }
 
 INodes& Node::Nodes() {
-    context_->trace.Check("Node.Nodes");
+    context_->trace.Read("Node.Nodes", key_);
     if (!nodes_) nodes_ = std::make_unique<host::Nodes>(context_, this);
     return *nodes_;
 }
@@ -162,7 +162,7 @@ Tab::~Tab() {
 }
 
 std::string Tab::Key() const {
-    trace_.Check("Tab.Key");
+    trace_.Read("Tab.Key", key_);
     return key_;
 }
 
@@ -200,7 +200,7 @@ void Tab::BringForward() {
 }
 
 INodes& Tab::Nodes() {
-    trace_.Check("Tab.Nodes");
+    trace_.Read("Tab.Nodes", key_);
     return nodes_;
 }
 
@@ -226,7 +226,7 @@ model::Tab Tab::Snapshot() const {
 // ----------------------------------------------------------------------------------------------------------
 
 std::size_t Tabs::Count() const {
-    trace_.Check("Tabs.Count");
+    trace_.Read("Tabs.Count");
     return tabs_.Count();
 }
 

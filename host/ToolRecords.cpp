@@ -85,22 +85,22 @@ ToolRecord::ToolRecord(Trace& trace, base::XmlNode element, std::shared_ptr<bool
 }
 
 std::string ToolRecord::Name() const {
-    trace_.Check("Record.Name");
+    trace_.Read("Record.Name", Text(ToolField::Name));
     return Text(ToolField::Name);
 }
 
 std::string ToolRecord::Classification() const {
-    trace_.Check("Record.Classification");
+    trace_.Read("Record.Classification", Text(ToolField::Name));
     return Text(ToolField::Classification);
 }
 
 bool ToolRecord::ShowInList() const {
-    trace_.Check("Record.ShowInList");
+    trace_.Read("Record.ShowInList", Text(ToolField::Name));
     return showInList_;
 }
 
 base::Value ToolRecord::Get(std::string_view member) const {
-    trace_.Check("Record.Get");
+    trace_.Read("Record.Get", Text(ToolField::Name), member);
     const auto field = FieldOf(member);
     if (!field) {
         if (SameMember(member, xmlMember)) return element_.Xml();
@@ -195,12 +195,12 @@ ToolRecords::ToolRecords(Trace& trace, platform::Files& files, std::filesystem::
 }
 
 std::size_t ToolRecords::Count() const {
-    trace_.Check("Tools.Count");
+    trace_.Read("Tools.Count");
     return records_.Count();
 }
 
 std::shared_ptr<IToolRecord> ToolRecords::Item(std::size_t position) const {
-    trace_.Check("Tools.Item");
+    trace_.Read("Tools.Item", position);
     return records_.Item(position);
 }
 

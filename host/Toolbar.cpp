@@ -7,12 +7,12 @@
 namespace arvon::host {
 
 std::string Button::Key() const {
-    trace_.Check("Button.Key");
+    trace_.Read("Button.Key", key_);
     return key_;
 }
 
 std::string Button::Owner() const {
-    trace_.Check("Button.Owner");
+    trace_.Read("Button.Owner", key_);
     return owner_;
 }
 
@@ -41,12 +41,12 @@ void Button::SetPicture(std::string_view pictureName) {
 }
 
 std::size_t Buttons::Count() const {
-    trace_.Check("Buttons.Count");
+    trace_.Read("Buttons.Count");
     return buttons_.Count();
 }
 
 std::shared_ptr<IButton> Buttons::Item(std::size_t position) {
-    trace_.Check("Buttons.Item");
+    trace_.Read("Buttons.Item", position);
     return buttons_.Item(position);
 }
 

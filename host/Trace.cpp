@@ -45,47 +45,48 @@ void Trace::RefreshFlags() {
                            [wants](const IObserver* observer) { return observer && (observer->*wants)(); });
     };
     watchesCalls_ = any(&IObserver::WantsCalls);
+    watchesReads_ = any(&IObserver::WantsReads);
     watchesMessages_ = any(&IObserver::WantsMessages);
     watchesChanges_ = any(&IObserver::WantsChanges);
+    RefreshHeed();
 }
 
-void Trace::FailNext(std::string_view operation, std::size_t count) {
+void Trace::RefreshHeed() {
+    heedsCalls_ = watchesCalls_ || !failures_.empty();
+    heedsReads_ = watchesReads_ || !failures_.empty();
+}
+
+void Trace::FailNext(std::string_view operation, std::size_t count, std::size_t after) {
     const auto known = OperationNames();
     if (!std::binary_search(known.begin(), known.end(), operation)) RaiseNoSuch("host operation", operation);
     if (count == 0) {
         if (const auto found = failures_.find(operation); found != failures_.end()) failures_.erase(found);
     } else {
-        failures_.insert_or_assign(std::string(operation), count);
+        failures_.insert_or_assign(std::string(operation), Failures{after, count});
     }
-    failing_ = !failures_.empty();
+    RefreshHeed();
 }
 
 bool Trace::CountsDown(std::string_view operation) {
-    if (!failing_) return false;
     const auto found = failures_.find(operation);
     if (found == failures_.end()) return false;
-    if (--found->second == 0) {
+    Failures& due = found->second;
+    if (due.passing > 0) {
+        --due.passing;
+        return false;
+    }
+    if (--due.failing == 0) {
         failures_.erase(found);
-        failing_ = !failures_.empty();
+        RefreshHeed();
     }
     return true;
 }
 
-void Trace::TakeFailure(std::string_view operation) {
-    if (!CountsDown(operation)) return;
-    if (watchesCalls_) {
-        const CallRecord call{std::string(operation), {}, true};
-        ForEach([&](IObserver& observer) {
-            if (observer.WantsCalls()) observer.OnCall(call);
-        });
-    }
-    Raise(injectedFailure, std::string(operation) + " failed");
-}
-
-void Trace::Tell(std::string_view operation, std::vector<base::Value> arguments) {
-    CallRecord call{std::string(operation), std::move(arguments), CountsDown(operation)};
+void Trace::Tell(CallRecord call) {
+    call.failed = CountsDown(call.operation);
     ForEach([&](IObserver& observer) {
-        if (observer.WantsCalls()) observer.OnCall(call);
+        const bool wants = call.isRead && !call.failed ? observer.WantsReads() : observer.WantsCalls();
+        if (wants) observer.OnCall(call);
     });
     if (call.failed) Raise(injectedFailure, call.operation + " failed");
 }

@@ -32,23 +32,18 @@ public:
     void Unsubscribe(IObserver& observer);
     void UnsubscribeAll();
     /// Throws InvalidCall for a name that is no operation.
-    void FailNext(std::string_view operation, std::size_t count);
+    void FailNext(std::string_view operation, std::size_t count, std::size_t after = 0);
 
     /// First line of every operation. Throws when the operation is to fail. An argument that costs something
     /// to make is given as a function that makes it.
     template <class... Arguments> void Call(std::string_view operation, const Arguments&... arguments) {
-        if (!watchesCalls_ && !failing_) [[likely]]
-            return;
-        if (watchesCalls_) {
-            Tell(operation, {Argument(arguments)...});
-            return;
-        }
-        Check(operation);
+        if (heedsCalls_) [[unlikely]]
+            Tell(operation, false, watchesCalls_, arguments...);
     }
-    /// First line of a simple read, which is no call: throws when it is to fail.
-    void Check(std::string_view operation) {
-        if (failing_) [[unlikely]]
-            TakeFailure(operation);
+    /// The same for an operation that only reads: told to those who want reads, and when it is to fail.
+    template <class... Arguments> void Read(std::string_view operation, const Arguments&... arguments) {
+        if (heedsReads_) [[unlikely]]
+            Tell(operation, true, watchesReads_, arguments...);
     }
 
     void Changed(ModelPart part) {
@@ -66,6 +61,12 @@ public:
     const std::deque<std::string>& Problems() const noexcept { return problems_; }
 
 private:
+    /// The failures of one operation that are still due: so many calls pass, then so many fail.
+    struct Failures {
+        std::size_t passing = 0;
+        std::size_t failing = 0;
+    };
+
     template <class T> static base::Value Argument(const T& value) {
         if constexpr (std::is_invocable_v<const T&>) {
             return Argument(value());
@@ -79,20 +80,28 @@ private:
             return base::Value(value);
         }
     }
-    void Tell(std::string_view operation, std::vector<base::Value> arguments);
+    template <class... Arguments>
+    void Tell(std::string_view operation, bool isRead, bool watched, const Arguments&... arguments) {
+        CallRecord call{.operation = std::string(operation), .isRead = isRead};
+        if (watched) call.arguments = {Argument(arguments)...};
+        Tell(std::move(call));
+    }
+    void Tell(CallRecord call);
     void TellChanged(ModelPart part);
-    void TakeFailure(std::string_view operation);
     bool CountsDown(std::string_view operation);
     void RefreshFlags();
+    void RefreshHeed();
     template <class Notify> void ForEach(Notify notify);
 
     std::vector<IObserver*> observers_; // null: unsubscribed while being told
     int telling_ = 0;
     bool watchesCalls_ = false;
+    bool watchesReads_ = false;
     bool watchesMessages_ = false;
     bool watchesChanges_ = false;
-    bool failing_ = false;
-    std::map<std::string, std::size_t, std::less<>> failures_;
+    bool heedsCalls_ = false; // somebody watches them, or something is to fail
+    bool heedsReads_ = false;
+    std::map<std::string, Failures, std::less<>> failures_;
     std::deque<std::string> problems_;
 };
 

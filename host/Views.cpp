@@ -9,7 +9,7 @@ namespace arvon::host {
 // --------------------------------------------------------------------------------------------------------
 
 std::string Window::Key() const {
-    trace_.Check("Window.Key");
+    trace_.Read("Window.Key", view_->Fields().key);
     return view_->Fields().key;
 }
 
@@ -86,7 +86,7 @@ View::View(Trace& trace, Controls& controls, Windows& windows, std::string_view 
 }
 
 std::string View::Key() const {
-    trace_.Check("View.Key");
+    trace_.Read("View.Key", fields_.key);
     return fields_.key;
 }
 
@@ -104,7 +104,7 @@ std::shared_ptr<base::Object> View::HostedControl() {
 }
 
 IListView* View::List() {
-    trace_.Check("View.List");
+    trace_.Read("View.List", fields_.key);
     return list_.get();
 }
 

@@ -255,6 +255,23 @@ TEST_F(Faults, FailTheCallAndChangeNothing) {
     }
 }
 
+TEST_F(Faults, CountOnCallsThatAreToldToWhoWantsReads) {
+    class Operations final : public IObserver {
+    public:
+        std::vector<std::string> told;
+        void OnCall(const CallRecord& call) override { told.push_back(call.operation); }
+        bool WantsReads() const override { return true; }
+    };
+    for (const Invoker& invoker : invokers) {
+        Surface surface = NewSurface();
+        Operations operations;
+        Host().Subscribe(operations);
+        invoker.call(surface);
+        Host().Unsubscribe(operations);
+        EXPECT_THAT(operations.told, testing::Contains(invoker.operation));
+    }
+}
+
 TEST_F(Faults, FailWithoutAnObserverToo) {
     for (const Invoker& invoker : invokers) {
         SCOPED_TRACE(invoker.operation);
@@ -271,6 +288,15 @@ TEST_F(Faults, LastForTheNumberOfCallsThatWasAsked) {
     for (int call = 1; call <= 3; ++call)
         EXPECT_EQ(RefusalOf([&] { Framework().Update(); }).number, 1001);
     EXPECT_NO_THROW(Framework().Update());
+}
+
+TEST_F(Faults, BeginBehindTheCallsThatAreToPass) {
+    Host().FailNext("Update", 2, 1);
+    EXPECT_NO_THROW(Framework().Update());
+    for (int call = 1; call <= 2; ++call)
+        EXPECT_EQ(RefusalOf([&] { Framework().Update(); }).number, 1001);
+    EXPECT_NO_THROW(Framework().Update());
+    EXPECT_THAT(recorder.calls, ElementsAre("Update()", "Update() failed", "Update() failed", "Update()"));
 }
 
 TEST_F(Faults, AreCountedAnewWhenAskedAgain) {

@@ -25,7 +25,7 @@ TEST_F(Recording, KeepsArgumentsInTheOrderOfTheCall) {
             "Buttons.Add(99, \"b\", 1)"));
 }
 
-TEST_F(Recording, LeavesOutWhatIsSimplyRead) {
+TEST_F(Recording, LeavesOutWhatIsSimplyReadUnlessReadsAreWanted) {
     IMenuItems& items = Framework().Menus().Item("mnuHost")->Items();
     recorder.Forget();
     const auto item = items.Item(1);
@@ -39,6 +39,40 @@ TEST_F(Recording, LeavesOutWhatIsSimplyRead) {
     EXPECT_THAT(recorder.calls, IsEmpty());
     items.Item("mnuInstallTools");
     EXPECT_THAT(recorder.calls, ElementsAre("MenuItems.Item(\"mnuInstallTools\")"));
+}
+
+class ReadRecorder final : public Recorder {
+public:
+    std::vector<std::string> reads;
+    void OnCall(const CallRecord& call) override {
+        Recorder::OnCall(call);
+        if (call.isRead) reads.push_back(calls.back());
+    }
+    bool WantsReads() const override { return true; }
+};
+
+TEST_F(Recording, TellsReadsAmongTheCallsToWhoWantsThem) {
+    OpenWith({{.name = "Layout", .identifier = "LAY"}});
+    ReadRecorder all;
+    Host().Subscribe(all);
+    const auto record = Framework().Tools().Item(1);
+    record->Name();
+    record->Get("Identifier");
+    Framework().GetSettings("Framework")->GetItem("LocaleID");
+    Framework().Buttons().Item("btnUpdateTools")->Key();
+    EXPECT_THAT(all.calls, ElementsAre("Tools()", "Tools.Item(1)", "Record.Name(\"Layout\")",
+                                       "Record.Get(\"Layout\", \"Identifier\")", "GetSettings(\"Framework\")",
+                                       "Settings.GetItem(\"Framework\", \"LocaleID\")", "Buttons()",
+                                       "Buttons.Item(\"btnUpdateTools\")", "Button.Key(\"btnUpdateTools\")"));
+    EXPECT_THAT(all.reads, ElementsAre("Tools()", "Tools.Item(1)", "Record.Name(\"Layout\")",
+                                       "Record.Get(\"Layout\", \"Identifier\")",
+                                       "Settings.GetItem(\"Framework\", \"LocaleID\")", "Buttons()",
+                                       "Button.Key(\"btnUpdateTools\")"));
+    EXPECT_THAT(recorder.calls,
+                ElementsAre("GetSettings(\"Framework\")", "Buttons.Item(\"btnUpdateTools\")"));
+    Host().Unsubscribe(all);
+    Framework().Router();
+    EXPECT_EQ(all.calls.size(), 9u);
 }
 
 TEST_F(Recording, TellsACallBeforeItIsCarriedOutAndAlsoOneThatIsRefused) {
@@ -146,9 +180,10 @@ TEST_F(Recording, ToldObserversMayCallTheHost) {
 TEST_F(Recording, TellsOnlyWhatAnObserverWants) {
     class Picky final : public IObserver {
     public:
-        bool calls = false, messages = false, changes = false;
+        bool calls = false, reads = false, messages = false, changes = false;
         int told = 0;
         bool WantsCalls() const override { return calls; }
+        bool WantsReads() const override { return reads; }
         bool WantsMessages() const override { return messages; }
         bool WantsChanges() const override { return changes; }
         void OnCall(const CallRecord&) override { ++told; }
@@ -161,6 +196,7 @@ TEST_F(Recording, TellsOnlyWhatAnObserverWants) {
     const auto everything = [&] {
         picky.told = 0;
         Framework().Update();                     // a call and a change
+        Framework().Tools();                      // a read
         Host().SendRequest("Ask", {}, "me", "a"); // a message and its reply
         return picky.told;
     };
@@ -171,7 +207,11 @@ TEST_F(Recording, TellsOnlyWhatAnObserverWants) {
     EXPECT_EQ(everything(), 3);
     picky.changes = true;
     EXPECT_EQ(everything(), 4);
-    picky.calls = picky.messages = picky.changes = false;
+    picky.reads = true; // nobody else wants them: not asked before it subscribes again
+    EXPECT_EQ(everything(), 4);
+    Host().Subscribe(picky);
+    EXPECT_EQ(everything(), 5);
+    picky.reads = picky.calls = picky.messages = picky.changes = false;
     Host().Unsubscribe(recorder); // now nobody wants anything, and nobody is asked any more
     picky.calls = picky.messages = picky.changes = true;
     EXPECT_EQ(everything(), 0);
