@@ -35,13 +35,14 @@ TEST_F(EventDispatch, TellsTheLauncherOfAnEndedProgram) {
     Probe().Processes().Add(12, "Tobr43");
     Probe().Processes().Add(13, "Jx3AB");
     ProcessEnded("C:\\QUARRA\\Jx3AB\\Jx3AB.exe", 13);
-    EXPECT_EQ(Sent(), std::vector<std::string>{"Zarn11:Tool_UnLoad(vrex=Jx3AB, ProcessID=13)"});
+    EXPECT_EQ(Sent(),
+              std::vector<std::string>{"Zarn11:Tool_UnLoad{event 2/9}(vrex:2=\"Jx3AB\", ProcessID:3=13)"});
     EXPECT_EQ(RemainingProcesses(), std::vector<std::string>{"Tobr43=12"});
 }
 
 TEST_F(EventDispatch, TellsTheLauncherOfProgramsThatItNeverStarted) {
     ProcessEnded("C:\\other.exe", 4711);
-    EXPECT_EQ(Sent(), std::vector<std::string>{"Zarn11:Tool_UnLoad(ProcessID=4711)"});
+    EXPECT_EQ(Sent(), std::vector<std::string>{"Zarn11:Tool_UnLoad{event 2/9}(ProcessID:3=4711)"});
 }
 
 TEST_F(EventDispatch, TakesOnlyTheFirstEntryOfAnIdentifier) {
@@ -67,21 +68,24 @@ TEST_F(EventDispatch, ReportsAnIdentifierThatIsNoNumber) {
 
 TEST_F(EventDispatch, PrefersTheLongerNameInThePath) {
     ProcessEnded("C:\\Jx3AB\\Tobr43\\x.exe", 1);
-    EXPECT_EQ(Sent(), std::vector<std::string>{"Zarn11:Tool_UnLoad(vrex=Tobr43, ProcessID=1)"});
+    EXPECT_EQ(Sent(),
+              std::vector<std::string>{"Zarn11:Tool_UnLoad{event 2/9}(vrex:2=\"Tobr43\", ProcessID:3=1)"});
 }
 
 TEST_F(EventDispatch, TakesTheShorterRestAtThePathsEnd) {
     ProcessEnded("C:\\QUARRA\\Jx3A", 1);
     ProcessEnded("C:\\QUARRA\\Jx3", 2);
     ProcessEnded("C:\\QUARRA\\jx3AB", 3);
-    EXPECT_EQ(Sent(), (std::vector<std::string>{"Zarn11:Tool_UnLoad(vrex=Jx3A, ProcessID=1)",
-                                                "Zarn11:Tool_UnLoad(vrex=Jx3, ProcessID=2)",
-                                                "Zarn11:Tool_UnLoad(ProcessID=3)"}));
+    EXPECT_EQ(Sent(),
+              (std::vector<std::string>{"Zarn11:Tool_UnLoad{event 2/9}(vrex:2=\"Jx3A\", ProcessID:3=1)",
+                                        "Zarn11:Tool_UnLoad{event 2/9}(vrex:2=\"Jx3\", ProcessID:3=2)",
+                                        "Zarn11:Tool_UnLoad{event 2/9}(ProcessID:3=3)"}));
 }
 
 TEST_F(EventDispatch, CountsCharactersAndNotBytesBehindThePrefix) {
     ProcessEnded("C:\\Jx3\xc3\x84\xc3\x96\\x.exe", 1);
-    EXPECT_EQ(Sent(), std::vector<std::string>{"Zarn11:Tool_UnLoad(vrex=Jx3\xc3\x84\xc3\x96, ProcessID=1)"});
+    EXPECT_EQ(Sent(), std::vector<std::string>{
+                          "Zarn11:Tool_UnLoad{event 2/9}(vrex:2=\"Jx3\xc3\x84\xc3\x96\", ProcessID:3=1)"});
 }
 
 TEST_F(EventDispatch, TellsOfNewToolsWhenTheGeneratorEnded) {

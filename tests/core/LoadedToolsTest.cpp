@@ -26,8 +26,9 @@ TEST_F(LoadedTools, StayWithoutAVrex) {
 TEST_F(LoadedTools, AreAnnouncedToLauncherAndShellEvenWhenTheHostKnowsNone) {
     Probe().LoadedTools().Add("Layout");
     EXPECT_EQ(Unload({{"vrex", " NONE "}, {"toolID", "L1"}}), "");
-    EXPECT_EQ(Sent(), (std::vector<std::string>{"Zarn11:Tool_Unload(vrex=NONE, toolID=L1)",
-                                                "SnapIn:Tool_Unload(vrex=NONE, toolID=L1)"}));
+    EXPECT_EQ(Sent(),
+              (std::vector<std::string>{"Zarn11:Tool_Unload{event 2/9}(vrex:2=\"NONE\", toolID:2=\"L1\")",
+                                        "SnapIn:Tool_Unload{event 2/9}(vrex:2=\"NONE\", toolID:2=\"L1\")"}));
     EXPECT_EQ(Names().size(), 1u);
 }
 

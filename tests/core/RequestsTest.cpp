@@ -127,7 +127,7 @@ TEST_F(Requests, NameTheToolOfTheLastNodeOnlyWhileSomethingIsLoaded) {
 
 TEST_F(Requests, SelectTheFixedTabOnlyWhileNothingIsLoaded) {
     EXPECT_EQ(Request("SelectFixedTab"), "");
-    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:SelectTab(key=FixedTab)"});
+    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:SelectTab{request 1}(key:2=\"FixedTab\")"});
     ForgetCalls();
     Probe().LoadedTools().Add("Layout");
     EXPECT_EQ(Request("SelectFixedTab"), "");

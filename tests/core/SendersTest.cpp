@@ -13,7 +13,8 @@ TEST_F(Senders, ReturnTheReceiversReply) {
     EXPECT_EQ(Probe().SendEventMessage(Probe().NewEvent("Something"), "Qillo110"), "here");
     EXPECT_EQ(Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Qillo110"), "here");
     EXPECT_EQ(Sent(),
-              (std::vector<std::string>{"Qillo110:Anyone()", "Qillo110:Something()", "Qillo110:Owner()"}));
+              (std::vector<std::string>{"Qillo110:Anyone{request 0}()", "Qillo110:Something{event 0/0}()",
+                                        "Qillo110:Owner{request 0}()"}));
 }
 
 TEST_F(Senders, LeaveUnregisteredDestinationsAlone) {
@@ -25,7 +26,7 @@ TEST_F(Senders, LeaveUnregisteredDestinationsAlone) {
 TEST_F(Senders, AskTheOwnerWithoutAskingWhetherItListens) {
     EXPECT_EQ(Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Nobody"), "");
     EXPECT_TRUE(CallsOf("Router.IsRegistered").empty());
-    EXPECT_EQ(Sent(), std::vector<std::string>{"Nobody:Owner()"});
+    EXPECT_EQ(Sent(), std::vector<std::string>{"Nobody:Owner{request 0}()"});
 }
 
 TEST_F(Senders, FetchTheOwnersRouterOnce) {
@@ -63,7 +64,7 @@ TEST_F(Senders, ReportEachUnderItsOwnName) {
 TEST_F(Senders, ReadTheWindowHandleAsANumber) {
     host->SetWindowHandle(65552);
     EXPECT_EQ(Probe().GetWindowHandle(), 65552);
-    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:GetWindowHandle()"});
+    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:GetWindowHandle{request 3}()"});
 }
 
 TEST_F(Senders, ShowTheCallerAHandleThatIsNoNumber) {
@@ -73,7 +74,7 @@ TEST_F(Senders, ShowTheCallerAHandleThatIsNoNumber) {
 
 TEST_F(Senders, AskTheShellToRefreshItsMenus) {
     Probe().RefreshZarnMenus();
-    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:RefreshZarnMenus()"});
+    EXPECT_EQ(Sent(), std::vector<std::string>{"SnapIn:RefreshZarnMenus{request 2}()"});
 }
 
 } // namespace kvtm::test

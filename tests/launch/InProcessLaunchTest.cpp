@@ -74,9 +74,8 @@ TEST_F(InProcessLaunch, LoadsAVantorAndTellsLauncherAndShell) {
     EXPECT_EQ(CallsOf("Loader.Load").front().substr(0, 19), "Loader.Load(\"Beam\",");
     EXPECT_EQ(LoadedVantors(), Strings{"Beam"});
     EXPECT_EQ(CallsOf("Tab.BringForward"), Strings{"Tab.BringForward(\"tabQRV\")"});
-    EXPECT_EQ(Sent(), (Strings{"Zarn11:Tool_Load(ToolName=Beam, vrex=Vn21)",
-                               "SnapIn:Tool_Load(ToolName=Beam, vrex=Vn21)"}));
-    EXPECT_EQ(SentHeads(), (Strings{"Zarn11:Tool_Load 1 9", "SnapIn:Tool_Load 1 9"}));
+    EXPECT_EQ(Sent(), (Strings{"Zarn11:Tool_Load{event 1/9}(ToolName:2=\"Beam\", vrex:2=\"Vn21\")",
+                               "SnapIn:Tool_Load{event 1/9}(ToolName:2=\"Beam\", vrex:2=\"Vn21\")"}));
     ASSERT_EQ(host->Model().Loaded().size(), 1u);
     EXPECT_EQ(host->Model().Loaded()[0].key, "Vn21");
     EXPECT_EQ(Request("LoadedVantors"), "Beam");
@@ -110,13 +109,11 @@ TEST_F(InProcessLaunch, TellsAWorkflowOfAnUnloadedVantorBeforeTheOthers) {
     Launch("Beam");
     const std::string vrex = host->Framework()->LoadedTools().Item(1)->ProductDataKey();
     ForgetCalls();
-    ForgetHeads();
     Request("UnloadTool", {{"vrex", "  " + base::UpperCase(vrex) + " "}, {"toolID", "T"}});
-    const std::string unload = "Tool_Unload(vrex=" + base::UpperCase(vrex) + ", toolID=T)";
-    EXPECT_EQ(Sent(),
-              (Strings{"WORKFLOW:ToolUnloaded(ToolName=Beam)", "Zarn11:" + unload, "SnapIn:" + unload}));
-    EXPECT_EQ(SentHeads(),
-              (Strings{"WORKFLOW:ToolUnloaded 10 9", "Zarn11:Tool_Unload 2 9", "SnapIn:Tool_Unload 2 9"}));
+    const std::string unload =
+        "Tool_Unload{event 2/9}(vrex:2=\"" + base::UpperCase(vrex) + "\", toolID:2=\"T\")";
+    EXPECT_EQ(Sent(), (Strings{"WORKFLOW:ToolUnloaded{event 10/9}(ToolName:2=\"Beam\")", "Zarn11:" + unload,
+                               "SnapIn:" + unload}));
 }
 
 TEST_F(InProcessLaunch, RefusesEveryFurtherLaunchWhileAVantorIsLoaded) {
@@ -284,8 +281,8 @@ TEST_F(InProcessLaunch, KeepsASecondLaunchOutWhileTheHostLoads) {
     EXPECT_STREQ(getenv("KVTM_TEST_ANSWER"), "False");
     EXPECT_TRUE(host->Model().Processes().empty());
     EXPECT_EQ(LoadedVantors(), Strings{"V"}) << "what was recorded is not what was loaded";
-    EXPECT_EQ(Sent(), (Strings{"Zarn11:Tool_Load(ToolName=V, vrex=Vn99)",
-                               "SnapIn:Tool_Load(ToolName=V, vrex=Vn99)"}));
+    EXPECT_EQ(Sent(), (Strings{"Zarn11:Tool_Load{event 1/9}(ToolName:2=\"V\", vrex:2=\"Vn99\")",
+                               "SnapIn:Tool_Load{event 1/9}(ToolName:2=\"V\", vrex:2=\"Vn99\")"}));
     EXPECT_FALSE(Probe().Busy());
 }
 

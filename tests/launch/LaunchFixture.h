@@ -26,12 +26,7 @@ protected:
     void LoadSuite(const std::vector<CatalogueTool>& tools) {
         LoadWith(tools);
         host->Listen("Zarn11", "");
-        host->Subscribe(heads_);
         ForgetCalls();
-    }
-
-    ~LaunchingTest() override {
-        if (host) host->Unsubscribe(heads_);
     }
 
     /// The same, with the list of tools in front, where the user chooses from it.
@@ -106,10 +101,6 @@ protected:
 
     Strings LoadedVantors() const { return Probe().LoadedTools().Snapshot(); }
 
-    /// Name, category and level of the events that the component sent: "Tool_Load 1 9".
-    const Strings& SentHeads() const { return heads_.heads; }
-    void ForgetHeads() { heads_.heads.clear(); }
-
     /// The menu items of tools that can be clicked.
     Strings EnabledToolItems() const {
         Strings keys;
@@ -121,16 +112,7 @@ protected:
     }
 
 private:
-    struct Heads : arvon::host::IObserver {
-        void OnMessage(const arvon::host::MessageRecord& message) override {
-            if (message.source != Self || message.kind != arvon::host::MessageRecord::Kind::Event) return;
-            heads.push_back(message.destination + ":" + message.name + " " +
-                            std::to_string(message.category) + " " + std::to_string(message.level));
-        }
-        Strings heads;
-    };
     WithoutDisplay withoutDisplay_;
-    Heads heads_;
 };
 
 } // namespace kvtm::test

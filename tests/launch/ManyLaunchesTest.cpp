@@ -32,7 +32,6 @@ protected:
             ASSERT_TRUE(host->WaitForProcesses(std::chrono::seconds(30))) << launch;
             ASSERT_EQ(Sent().size(), 2u) << launch; // Tool_Load, Tool_UnLoad
             ForgetCalls();
-            ForgetHeads();
         }
     }
 };

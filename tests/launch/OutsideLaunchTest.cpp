@@ -43,9 +43,9 @@ TEST_F(OutsideLaunch, StartsTheProgramAndTellsTheLauncher) {
     EXPECT_EQ(kill(id, 0), 0) << "there is no such process";
     EXPECT_EQ(CommandLines(), Strings{"/bin/sleep 60"});
     EXPECT_EQ(CallsOf("StartProcess"), Strings{"StartProcess(\"/bin/sleep 60\", \"KvTM10\")"});
-    EXPECT_EQ(Sent(), Strings{"Zarn11:Tool_Load(ToolName=Layout, vrex=Tobr43, ProcessID=" +
-                              std::to_string(id) + ")"});
-    EXPECT_EQ(SentHeads(), Strings{"Zarn11:Tool_Load 1 9"});
+    EXPECT_EQ(Sent(),
+              Strings{"Zarn11:Tool_Load{event 1/9}(ToolName:2=\"Layout\", vrex:2=\"Tobr43\", ProcessID:3=" +
+                      std::to_string(id) + ")"});
     EXPECT_TRUE(CallsOf("Loader.Load").empty());
     End(id);
 }
@@ -58,7 +58,7 @@ TEST_F(OutsideLaunch, FollowsTheProgramToItsEnd) {
     End(id);
     EXPECT_TRUE(Probe().Processes().IsEmpty());
     // the path of this program does not tell its vrex
-    EXPECT_EQ(Sent(), Strings{"Zarn11:Tool_UnLoad(ProcessID=" + std::to_string(id) + ")"});
+    EXPECT_EQ(Sent(), Strings{"Zarn11:Tool_UnLoad{event 2/9}(ProcessID:3=" + std::to_string(id) + ")"});
 }
 
 TEST_F(OutsideLaunch, NoticesAKilledProgramLikeOneThatEnded) {
@@ -67,7 +67,7 @@ TEST_F(OutsideLaunch, NoticesAKilledProgramLikeOneThatEnded) {
     const std::int32_t id = ProcessOf("Tobr43");
     ForgetCalls();
     End(id, SIGKILL);
-    EXPECT_EQ(Sent(), Strings{"Zarn11:Tool_UnLoad(ProcessID=" + std::to_string(id) + ")"});
+    EXPECT_EQ(Sent(), Strings{"Zarn11:Tool_UnLoad{event 2/9}(ProcessID:3=" + std::to_string(id) + ")"});
     EXPECT_TRUE(Probe().Processes().IsEmpty());
 }
 
@@ -87,8 +87,11 @@ TEST_F(OutsideLaunch, RunsTheSuitesOwnPrograms) {
     ForgetCalls();
     End(grid);
     End(layout);
-    EXPECT_EQ(Sent(), (Strings{"Zarn11:Tool_UnLoad(vrex=Jx355, ProcessID=" + std::to_string(grid) + ")",
-                               "Zarn11:Tool_UnLoad(vrex=Tobr43, ProcessID=" + std::to_string(layout) + ")"}));
+    EXPECT_EQ(
+        Sent(),
+        (Strings{"Zarn11:Tool_UnLoad{event 2/9}(vrex:2=\"Jx355\", ProcessID:3=" + std::to_string(grid) + ")",
+                 "Zarn11:Tool_UnLoad{event 2/9}(vrex:2=\"Tobr43\", ProcessID:3=" + std::to_string(layout) +
+                     ")"}));
     EXPECT_NE(installation.Read("Jx355/Grid Check/Jx355 Grid.log").find("document \"Plan 1.qdr\""),
               std::string::npos);
 }
@@ -98,7 +101,7 @@ TEST_F(OutsideLaunch, NoticesAProgramThatEndsAtOnce) {
     Launch("P");
     const std::int32_t id = ProcessOf("Tobr99");
     EXPECT_TRUE(host->WaitForProcesses(std::chrono::seconds(20)));
-    EXPECT_EQ(Sent().back(), "Zarn11:Tool_UnLoad(ProcessID=" + std::to_string(id) + ")");
+    EXPECT_EQ(Sent().back(), "Zarn11:Tool_UnLoad{event 2/9}(ProcessID:3=" + std::to_string(id) + ")");
     EXPECT_TRUE(Probe().Processes().IsEmpty());
     EXPECT_EQ(kill(id, 0), -1) << "a dead child was left behind";
 }

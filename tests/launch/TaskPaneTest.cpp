@@ -135,9 +135,10 @@ TEST_F(TaskPane, AsksForNewProgramsAndForUpdates) {
     Task("tskUpdateTool", {{"Flag", "True"}});
     Task("tskUpdateTool", {{"Flag", "False"}});
     Task("tskUpdateTool");
-    EXPECT_EQ(Sent(),
-              (Strings{"Qillo110:ShowUpdates(ShowNew=True)", "Qillo110:ShowUpdates(ShowNew=True)",
-                       "Qillo110:ShowUpdates(ShowNew=False)", "Qillo110:ShowUpdates(ShowNew=False)"}));
+    EXPECT_EQ(Sent(), (Strings{"Qillo110:ShowUpdates{request 0}(ShowNew:2=\"True\")",
+                               "Qillo110:ShowUpdates{request 0}(ShowNew:2=\"True\")",
+                               "Qillo110:ShowUpdates{request 0}(ShowNew:2=\"False\")",
+                               "Qillo110:ShowUpdates{request 0}(ShowNew:2=\"False\")"}));
 }
 
 TEST_F(TaskPane, ReportsAFlagThatIsNone) {

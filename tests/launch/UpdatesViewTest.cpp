@@ -57,12 +57,12 @@ TEST_F(UpdatesView, LoadsTheUpdatesComponentOnce) {
     LoadWithUpdatesComponent();
     Probe().RequestUpdates(true);
     EXPECT_EQ(CallsOf("Loader.Load").size(), 1u);
-    EXPECT_EQ(Sent(), Strings{"Qillo110:ShowUpdates(ShowNew=True)"});
+    EXPECT_EQ(Sent(), Strings{"Qillo110:ShowUpdates{request 0}(ShowNew:2=\"True\")"});
 
     ForgetCalls();
     Probe().RequestUpdates(false);
     EXPECT_TRUE(CallsOf("Loader.Load").empty());
-    EXPECT_EQ(Sent(), Strings{"Qillo110:ShowUpdates(ShowNew=False)"});
+    EXPECT_EQ(Sent(), Strings{"Qillo110:ShowUpdates{request 0}(ShowNew:2=\"False\")"});
 }
 
 TEST_F(UpdatesView, TakesTheCatalogueAsTheBaselineOfNewTools) {
@@ -86,7 +86,7 @@ TEST_F(UpdatesView, RefreshesTheHostsViewsLast) {
 TEST_F(UpdatesView, AnswersTrueAfterSavedProperties) {
     LoadWithUpdatesComponent();
     EXPECT_EQ(Request("SaveToolProperties"), "True");
-    EXPECT_EQ(Sent(), Strings{"Qillo110:ShowUpdates(ShowNew=False)"});
+    EXPECT_EQ(Sent(), Strings{"Qillo110:ShowUpdates{request 0}(ShowNew:2=\"False\")"});
 }
 
 TEST_F(UpdatesView, ReportsAHostThatCannotRefresh) {

@@ -59,8 +59,8 @@ TEST_F(Subscribers, AreToldOfEveryWriteInOrderOfSubscription) {
     EXPECT_THAT(order, ElementsAre("2", "1"));
     EXPECT_THAT(first->notices, ElementsAre(With("2")));
     EXPECT_EQ(first->notices.front(), FileText());
-    EXPECT_THAT(Sent(), ElementsAre("2:NewOptions(Options=" + With("2") + ")",
-                                    "1:NewOptions(Options=" + With("2") + ")"));
+    EXPECT_THAT(Sent(), ElementsAre("2:NewOptions{request 0}(Options:2=\"" + With("2") + "\")",
+                                    "1:NewOptions{request 0}(Options:2=\"" + With("2") + "\")"));
 }
 
 TEST_F(Subscribers, AreNotToldOfAWriteThatFailed) {

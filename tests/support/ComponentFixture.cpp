@@ -22,6 +22,32 @@ TextParameters(const std::initializer_list<std::pair<std::string_view, std::stri
     return records;
 }
 
+template <class Items, class Write> std::string Joined(const Items& items, Write write) {
+    std::string text;
+    for (const auto& item : items)
+        text += (text.empty() ? "" : ", ") + write(item);
+    return "(" + text + ")";
+}
+
+std::string KindOf(const MessageRecord& message) {
+    if (message.kind == MessageRecord::Kind::Custom) return "custom " + std::to_string(message.type);
+    if (message.kind == MessageRecord::Kind::Request) return "request " + std::to_string(message.mode);
+    const std::string raisedBy =
+        message.objectType == 0 ? "" : " object " + std::to_string(message.objectType);
+    return "event " + std::to_string(message.category) + "/" + std::to_string(message.level) + raisedBy;
+}
+
+/// The whole message but its source.
+std::string Written(const MessageRecord& message) {
+    return message.destination + ":" + message.name + "{" + KindOf(message) + "}" +
+           Joined(message.parameters,
+                  [](const ParameterRecord& parameter) {
+                      return parameter.name + ":" + std::to_string(parameter.type) + "=" +
+                             WrittenValue(parameter.value);
+                  }) +
+           (message.malformed ? " malformed " + message.body : "");
+}
+
 } // namespace
 
 ComponentTest::~ComponentTest() {
@@ -88,13 +114,15 @@ std::vector<std::string> ComponentTest::ListedNames() const {
 std::vector<std::string> ComponentTest::CallsOf(std::string_view operation) const {
     const std::string start = std::string(operation) + "(";
     std::vector<std::string> found;
-    std::copy_if(calls_.begin(), calls_.end(), std::back_inserter(found),
-                 [&](const std::string& call) { return call.compare(0, start.size(), start) == 0; });
+    for (const auto* made : {&calls_, &reads_})
+        std::copy_if(made->begin(), made->end(), std::back_inserter(found),
+                     [&](const std::string& call) { return call.compare(0, start.size(), start) == 0; });
     return found;
 }
 
 void ComponentTest::ForgetCalls() {
     calls_.clear();
+    reads_.clear();
     sent_.clear();
 }
 
@@ -120,35 +148,33 @@ ComponentTest::Box ComponentTest::ClaimBox() {
 }
 
 void ComponentTest::OnCall(const CallRecord& call) {
-    std::string text = call.operation + "(";
-    for (const base::Value& argument : call.arguments) {
-        if (text.back() != '(') text += ", ";
-        text += WrittenValue(argument);
-    }
-    calls_.push_back(text + ")");
+    (call.isRead ? reads_ : calls_).push_back(call.operation + Joined(call.arguments, [](const auto& value) {
+                                                  return WrittenValue(value);
+                                              }));
 }
 
 void ComponentTest::OnMessage(const MessageRecord& message) {
     if (message.source != Self) return;
+    if (message.name == event::ErrorMessage) {
+        ReportSent(message);
+    } else {
+        sent_.push_back(Written(message));
+    }
+}
+
+void ComponentTest::ReportSent(const MessageRecord& message) {
     const auto parameter = [&](std::string_view name) {
         const auto found = std::find_if(message.parameters.begin(), message.parameters.end(),
                                         [&](const ParameterRecord& p) { return p.name == name; });
         return found == message.parameters.end() ? base::Value() : found->value;
     };
-    if (message.name == event::ErrorMessage) {
-        EXPECT_EQ(message.destination, listener::Shell);
-        EXPECT_EQ(message.category, 20);
-        EXPECT_EQ(message.level, 9);
-        reports_.push_back({parameter("ErrorDescription").ToText(), parameter("ErrorSource").ToText(),
-                            parameter("ProcName").ToText(), parameter("ErrorNumber").ToInteger()});
-        return;
-    }
-    std::string text = message.destination + ":" + message.name + "(";
-    for (const ParameterRecord& p : message.parameters) {
-        if (text.back() != '(') text += ", ";
-        text += p.name + "=" + p.value.ToText();
-    }
-    sent_.push_back(text + ")");
+    const Report& report = reports_.emplace_back(
+        Report{parameter("ErrorDescription").ToText(), parameter("ErrorSource").ToText(),
+               parameter("ProcName").ToText(), parameter("ErrorNumber").ToInteger()});
+    EXPECT_EQ(Written(message), "SnapIn:ErrorMessage{event 20/9}(ErrorDescription:2=\"" + report.description +
+                                    "\", ErrorSource:2=\"" + report.source +
+                                    "\", ErrorNumber:3=" + std::to_string(report.number) + ", ProcName:2=\"" +
+                                    report.procedure + "\")");
 }
 
 void ComponentTest::OnMessageBox(const std::string& text, std::int32_t style, const std::string& title) {

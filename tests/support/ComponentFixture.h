@@ -53,10 +53,14 @@ protected:
 
     /// Calls on the host since the last ForgetCalls, as texts: Menus.Add("mnuTool", 0, true, null).
     const std::vector<std::string>& Calls() const { return calls_; }
-    /// Those of one operation.
+    /// Operations since then that only read, as texts: Record.Name("Layout").
+    const std::vector<std::string>& Reads() const { return reads_; }
+    /// The calls and reads of one operation: of calls first where it is both.
     std::vector<std::string> CallsOf(std::string_view operation) const;
-    /// Messages that the component sent since then, error reports left out, in order of delivery:
-    /// `Destination:Name` and the parameters: Zarn11:Tool_UnLoad(vrex=Tobr43, ProcessID=12).
+    /// Messages that the component sent since then, error reports left out, whole and in order of delivery:
+    /// `Destination:Name`, category and level of an event or mode of a request, and the parameters with their
+    /// type codes. Zarn11:Tool_UnLoad{event 2/9}(vrex:2="Tobr43", ProcessID:3=12),
+    /// SnapIn:SelectTab{request 1}(key:2="FixedTab").
     const std::vector<std::string>& Sent() const { return sent_; }
     void ForgetCalls();
 
@@ -81,9 +85,11 @@ protected:
 private:
     void OnCall(const arvon::host::CallRecord& call) override;
     void OnMessage(const arvon::host::MessageRecord& message) override;
+    void ReportSent(const arvon::host::MessageRecord& message);
     void OnMessageBox(const std::string& text, std::int32_t style, const std::string& title) override;
+    bool WantsReads() const override { return true; }
 
-    std::vector<std::string> calls_, sent_;
+    std::vector<std::string> calls_, reads_, sent_;
     std::vector<Report> reports_;
     std::vector<Box> boxes_;
 };
