@@ -26,6 +26,7 @@ template <class T, class Key = std::string> class Collection {
     struct Entry {
         T item;
         Key key = {};
+        bool isKeyed = false;
         std::size_t position = 0; // meaningful only while positions_[position - 1] is this entry
     };
     using Entries = std::list<Entry>;
@@ -49,6 +50,9 @@ public:
     /// position.
     T& Add(T item, std::string_view key = {}) { return InsertAt(entries_.end(), std::move(item), key); }
 
+    /// Appends under a key that may be the empty text too. Throws DuplicateKey.
+    T& AddKeyed(T item, std::string_view key) { return InsertKeyed(entries_.end(), std::move(item), key); }
+
     /// Inserts so that the item stands at `position` (1 to Count + 1).
     T& Add(T item, std::string_view key, std::size_t position) {
         if (position == Count() + 1) return Add(std::move(item), key);
@@ -66,7 +70,7 @@ public:
     }
     const T* Find(std::string_view key) const noexcept { return const_cast<Collection*>(this)->Find(key); }
 
-    /// The key of the entry at a position; empty when it has none. Throws OutOfRange.
+    /// The key of the entry at a position; empty too when it has none. Throws OutOfRange.
     const Key& KeyAt(std::size_t position) const { return At(position)->key; }
 
     /// The position of a key, 0 when there is none.
@@ -131,11 +135,15 @@ public:
 
 private:
     T& InsertAt(Place before, T item, std::string_view key) {
+        if (!key.empty()) return InsertKeyed(before, std::move(item), key);
         if (before != entries_.end()) ForgetPositionsFrom(before);
-        if (key.empty()) return entries_.emplace(before, std::move(item))->item;
+        return entries_.emplace(before, std::move(item))->item;
+    }
 
+    T& InsertKeyed(Place before, T item, std::string_view key) {
+        if (before != entries_.end()) ForgetPositionsFrom(before);
         Entries made; // stays out of the collection when its key is refused
-        made.emplace_back(std::move(item), Key(key));
+        made.emplace_back(std::move(item), Key(key), true);
         const Place added = made.begin();
         if (!keys_.insert(added).second) {
             throw ComponentError(errors::DuplicateKey, "Collection",
@@ -147,7 +155,7 @@ private:
 
     void Erase(Place place) {
         ForgetPositionsFrom(place);
-        if (!place->key.empty()) keys_.erase(place);
+        if (place->isKeyed) keys_.erase(place);
         entries_.erase(place);
     }
 

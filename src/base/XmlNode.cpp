@@ -49,12 +49,6 @@ void CheckName(const char* name) {
         Refuse("\"" + FromCodePoints(ToCodePoints(name)) + "\" is no name of an element or attribute");
 }
 
-void CheckText(std::string_view text) {
-    if (text.size() > XmlDocument::MaximumBytes)
-        Refuse("a text has " + std::to_string(text.size()) + " bytes");
-    if (!IsXmlText(text)) Refuse("a text has characters that XML cannot hold or is ill-formed UTF-8");
-}
-
 /// The namespace that the name of a child with this prefix (or none, when empty) has at an element.
 xmlNs* NamespaceAt(xmlNode* node, const std::string& prefix) {
     // An element without a prefix is itself in the namespace that names without one have here.
@@ -153,7 +147,7 @@ std::string XmlNode::Text() const {
 
 void XmlNode::SetText(std::string_view text) {
     Require();
-    CheckText(text);
+    RequireXmlText(text);
     if (IsTextual(node_)) {
         const std::string terminated(text);
         xmlNodeSetContentLen(node_, XmlText(terminated.c_str()), static_cast<int>(terminated.size()));
@@ -184,7 +178,7 @@ bool XmlNode::HasAttribute(const char* name) const {
 void XmlNode::SetAttribute(const char* name, std::string_view value) {
     RequireElement();
     CheckName(name);
-    CheckText(value);
+    RequireXmlText(value);
     const std::string prefix = PrefixOf(name);
     if (prefix == "xmlns" || std::string_view(name) == "xmlns")
         Refuse("a namespace declaration is no attribute");

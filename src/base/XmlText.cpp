@@ -1,6 +1,8 @@
 #include "base/XmlText.h"
 
+#include "base/ComponentError.h"
 #include "base/Utf8.h"
+#include "base/XmlDocument.h"
 
 #include <algorithm>
 #include <iterator>
@@ -63,6 +65,15 @@ bool IsXmlText(std::string_view text) noexcept {
         at += step.length;
     }
     return true;
+}
+
+void RequireXmlText(std::string_view text) {
+    const auto refuse = [](const std::string& reason) {
+        throw ComponentError(errors::InvalidCall, "XmlDocument", reason);
+    };
+    if (text.size() > XmlDocument::MaximumBytes)
+        refuse("a text has " + std::to_string(text.size()) + " bytes");
+    if (!IsXmlText(text)) refuse("a text has characters that XML cannot hold or is ill-formed UTF-8");
 }
 
 bool IsXmlName(std::string_view name) noexcept {

@@ -23,6 +23,8 @@ std::string QualifiedName(const xmlNs* space, const xmlChar* name);
 
 /// Whether a text is well-formed UTF-8 of characters that XML allows.
 bool IsXmlText(std::string_view text) noexcept;
+/// Throws InvalidCall for one that is not, or is larger than a document may be.
+void RequireXmlText(std::string_view text);
 /// Whether a text names an element or attribute, with or without a prefix.
 bool IsXmlName(std::string_view name) noexcept;
 

@@ -95,17 +95,13 @@ XmlNode OptionsDocument::FirstInOptions(std::string_view optionName, const char*
 }
 
 XmlNode OptionsDocument::AppendOption(XmlNode tool, std::string_view optionName) {
+    base::RequireXmlText(optionName);
     // one of that name further down, under a tool of the same identifier, would no longer be the first
     const bool isRepeated = isIndexed_ && index_.FindOption(tool.Attribute("ID"), optionName);
     if (isRepeated || AncestorNamed(tool.Raw(), "Option")) ForgetMeans();
     XmlNode option = tool.AppendElement("Option");
     text_.OnChanged(tool.Raw());
-    try {
-        option.AppendElement("Name").SetText(optionName);
-    } catch (...) {
-        ForgetMeans();
-        throw;
-    }
+    option.AppendElement("Name").SetText(optionName);
     option.AppendElement("Value");
     if (isIndexed_) {
         index_.AddOption(option.Raw());
@@ -129,6 +125,10 @@ void OptionsDocument::SetText(XmlNode node, std::string_view text) {
     if (changesMore) ForgetMeans();
     if (sets_ == Soundness::Unsound) sets_ = Soundness::Unknown;
     text_.OnChanged(node.Raw());
+}
+
+bool OptionsDocument::HoldsTools() const {
+    return static_cast<bool>(document_.SelectSingle("//Options/Tool | //Options/ToolOptions/Tool"));
 }
 
 bool OptionsDocument::HasSoundSets() const {

@@ -40,12 +40,16 @@ public:
     /// The first child of that name of any option of that name, which need not be the first option's.
     base::XmlNode FirstInOptions(std::string_view optionName, const char* child) const;
 
-    /// Appends an option with that name and an empty value to a tool. Throws for a name that XML cannot hold:
-    /// the option then stays, without a name.
+    /// Appends an option with that name and an empty value to a tool. Throws for a name that XML cannot hold,
+    /// content unchanged.
     base::XmlNode AppendOption(base::XmlNode tool, std::string_view optionName);
     base::XmlNode AppendElement(base::XmlNode parent, const char* name);
     /// Throws for a text that XML cannot hold, content unchanged.
     void SetText(base::XmlNode node, std::string_view text);
+
+    /// Whether there is a tool where options files have theirs: under "Options", directly or in
+    /// "ToolOptions".
+    bool HoldsTools() const;
 
     /// Whether ToolOptions, given the text of this document, would read and save all of it; without any
     /// option sets it would. A false may be too strict.

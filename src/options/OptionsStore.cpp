@@ -1,4 +1,5 @@
 #include "base/Text.h"
+#include "base/XmlText.h"
 #include "core/Names.h"
 #include "core/Parameters.h"
 #include "core/ToolMain.h"
@@ -155,6 +156,7 @@ std::string ToolMain::SetOptionValue(const RequestRef& request) {
                 throw OwnError(optionError::NoTool, proc,
                                "there are no options of a tool \"" + sToolID + "\"");
             }
+            base::RequireXmlText(sOptionValue); // an option half made would be saved by the next write
             option = m_oOptionsDoc->AppendOption(tool, sOptionName);
         }
         const XmlNode value = option.SelectSingle("Value");

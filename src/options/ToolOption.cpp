@@ -10,7 +10,7 @@ namespace {
 constexpr const char* source = "ToolOption";
 constexpr const char* optionElement = "Option";
 
-/// Only their position tells name and value apart.
+/// Only their position tells name and value apart; either may be missing.
 struct OptionChildren {
     XmlNode name;
     XmlNode value;
@@ -18,11 +18,7 @@ struct OptionChildren {
 
 OptionChildren ChildrenOf(const XmlNode& option) {
     const XmlNode name = option.FirstChild();
-    if (!name) {
-        throw ComponentError(base::errors::ObjectNotSet, source,
-                             "an \"Option\" element has no children, expected a name");
-    }
-    return {name, name.NextSibling()};
+    return {name, name ? name.NextSibling() : XmlNode()};
 }
 
 } // namespace
@@ -34,13 +30,14 @@ void ToolOption::ReadProperties() {
         auto property = std::make_shared<DataProperty>();
         if (child.Name() == optionElement) {
             const OptionChildren option = ChildrenOf(child);
+            if (!option.name) continue;
             property->Name = option.name.Text();
             if (option.value) property->Value = option.value.Text();
         } else {
             property->Name = child.Name();
             property->Value = child.Text();
         }
-        Properties.Add(property, property->Name);
+        Properties.AddKeyed(property, property->Name);
     }
 }
 

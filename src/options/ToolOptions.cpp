@@ -76,7 +76,7 @@ void ToolOptions::Clear() noexcept {
 ToolOptions::Record ToolOptions::Add(std::string_view identifier, std::string_view key) {
     auto record = std::make_shared<ToolOption>();
     record->Key = identifier;
-    return records_.Add(std::move(record), key.empty() ? identifier : key);
+    return records_.AddKeyed(std::move(record), key.empty() ? identifier : key);
 }
 
 void ToolOptions::Remove(std::string_view key) noexcept {
@@ -138,16 +138,10 @@ bool ToolOptions::AreSound(const XmlNode& sets) {
     return true;
 }
 
-// Empty identifiers and names are no keys, so nothing is found under them again.
 bool ToolOptions::IsSound(const XmlNode& set) {
-    if (set.Attribute(identifierAttribute).empty()) return false;
     ToolOption record;
     record.XMLObject = set;
-    if (!Succeeds([&] { record.ReadProperties(); })) return false;
-    for (const std::shared_ptr<DataProperty>& property : record.Properties) {
-        if (property->Name.empty()) return false;
-    }
-    return true;
+    return Succeeds([&] { record.ReadProperties(); });
 }
 
 } // namespace kvtm

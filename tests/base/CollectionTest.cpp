@@ -385,4 +385,26 @@ TEST(Collection, BehavesAsAPlainListUnderRandomOperations) {
     }
 }
 
+TEST(Collection, TakesEmptyTextAsAKeyWhereItIsSaidToBeOne) {
+    Collection<int> numbers;
+    numbers.Add(1);
+    numbers.AddKeyed(2, "");
+    numbers.AddKeyed(3, "k");
+    numbers.Add(4, "");
+    ASSERT_TRUE(numbers.Find(""));
+    EXPECT_EQ(*numbers.Find(""), 2);
+    EXPECT_EQ(numbers.PositionOf(""), 2u);
+    EXPECT_EQ(RefusalOf([&] { numbers.AddKeyed(5, ""); }).number, base::errors::DuplicateKey);
+    EXPECT_EQ(Walk(numbers), (std::vector<int>{1, 2, 3, 4}));
+
+    numbers.Remove(std::size_t{1}); // which has no key
+    numbers.Remove(std::size_t{3});
+    EXPECT_EQ(*numbers.Find(""), 2);
+    numbers.Remove(std::size_t{1});
+    EXPECT_FALSE(numbers.Find(""));
+    numbers.AddKeyed(6, "");
+    EXPECT_TRUE(numbers.Remove(std::string_view()));
+    EXPECT_EQ(Walk(numbers), std::vector<int>{3});
+}
+
 } // namespace

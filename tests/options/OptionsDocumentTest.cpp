@@ -111,12 +111,12 @@ TEST(OptionsDocument, AnAppendedOptionIsFoundAtOnce) {
     EXPECT_EQ(Value(document, "T2", "new"), "no option");
 }
 
-TEST(OptionsDocument, AnOptionWhoseNameXmlCannotHoldStaysWithoutName) {
+TEST(OptionsDocument, AnOptionWhoseNameXmlCannotHoldIsNotMade) {
     OptionsDocument document = Loaded("<Options><Tool ID=\"a\"/></Options>");
     EXPECT_FALSE(document.Option("a", ""));
     EXPECT_THROW(document.AppendOption(document.Tool("a"), "\x02"), ComponentError);
-    EXPECT_EQ(*document.Text(), "<Options><Tool ID=\"a\"><Option><Name/></Option></Tool></Options>");
-    EXPECT_EQ(Value(document, "a", ""), "no value");
+    EXPECT_EQ(*document.Text(), "<Options><Tool ID=\"a\"/></Options>");
+    EXPECT_EQ(Value(document, "a", ""), "no option");
 }
 
 TEST(OptionsDocument, ATextThatSomebodyHoldsStays) {

@@ -209,6 +209,43 @@ TEST_F(OptionsStore, AMissingOptionIsMadeOnlyOnDemand) {
                                   Tool("a", Option("n", "1") + Option("new", "x") + Option("newer", "y"))));
 }
 
+TEST_F(OptionsStore, EmptyNamesAndIdentifiersAreWrittenAndReadLikeOthers) {
+    LoadWithTools(Tool("", Option("n", "1")) + Tool("a", Option("", "2")));
+    EXPECT_EQ(Get("", "n"), "1");
+    EXPECT_EQ(Get("a", ""), "2");
+    EXPECT_EQ(Set("", "n", "3"), "True");
+    EXPECT_EQ(Set("a", "", "4"), "True");
+    EXPECT_EQ(Set("", "", "5", "True"), "True");
+    EXPECT_EQ(Set("a", "m", "6", "True"), "True");
+    const auto unnamed = [](std::string_view value) {
+        return "<Option><Name/><Value>" + std::string(value) + "</Value></Option>";
+    };
+    EXPECT_EQ(FileText(), Options(SortOptions() + Tool("", Option("n", "3") + unnamed("5")) +
+                                  Tool("a", unnamed("4") + Option("m", "6"))));
+}
+
+TEST_F(OptionsStore, AnOptionWithoutChildrenKeepsNoWriteFromTheFile) {
+    LoadWithTools(Tool("a", "<Option/>" + Option("n", "1")) + Tool("b", Option("m", "2")));
+    EXPECT_EQ(Set("b", "m", "3"), "True");
+    EXPECT_EQ(FileText(), Options(SortOptions() + Tool("a", "<Option/>" + Option("n", "1")) +
+                                  Tool("b", Option("m", "3"))));
+}
+
+TEST_F(OptionsStore, ANewOptionThatCannotBeFinishedIsNotBegun) {
+    LoadWithTools(Tool("a", Option("n", "1")));
+    const auto make = [&](std::string_view name, std::string_view value) {
+        return Probe().SetOptionDefault("a", name, value);
+    };
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(make("\x01", "1"), "False");
+        ClaimReport("SetOptionValue");
+        EXPECT_EQ(make("new", "\x01"), "False");
+        ClaimReport("SetOptionValue");
+    }
+    EXPECT_EQ(Set("a", "n", "2"), "True");
+    EXPECT_EQ(FileText(), Options(SortOptions() + Tool("a", Option("n", "2"))));
+}
+
 TEST_F(OptionsStore, AToolIsNeverMade) {
     LoadWithTools("");
     const std::string before = FileText();
@@ -365,6 +402,15 @@ TEST_F(OptionsStore, AnswersOfTheDataServiceThatDoNotComeAreReported) {
 
 TEST_F(OptionsStore, AsksTheDataServiceForTheToolAndThenForAll) {
     LoadWithTools(Tool("a", ""));
+    ForgetCalls();
+    Probe().getOptionData("");
+    EXPECT_THAT(CallsOf("DataService.AddParameter"),
+                ElementsAre("DataService.AddParameter(\"vrex\", \"KvTM10\")",
+                            "DataService.AddParameter(\"path\", \"C:\\QUARRA\\Arvon\\OPTIONS.XML\")",
+                            "DataService.AddParameter(\"query\", \"\")",
+                            "DataService.AddParameter(\"vrex\", \"KvTM10\")",
+                            "DataService.AddParameter(\"path\", \"C:\\QUARRA\\Arvon\\OPTIONS.XML\")",
+                            "DataService.AddParameter(\"query\", \"//Options\")"));
     ForgetCalls();
     Probe().getOptionData("a");
     EXPECT_THAT(CallsOf("DataService.AddParameter"),

@@ -102,6 +102,10 @@ private:
     }
 
     void Option(int depth) {
+        if (OneIn(16)) {
+            text_ += "<Option/>";
+            return;
+        }
         text_ += "<Option>";
         if (OneIn(10)) text_ += "<!--first-->";
         if (OneIn(8)) Value(depth);

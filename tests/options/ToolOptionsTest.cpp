@@ -37,6 +37,11 @@ protected:
         return "<Options><ToolOptions>" + std::string(sets) + "</ToolOptions></Options>";
     }
 
+    static std::string Option(std::string_view name, std::string_view value) {
+        return "<Option><Name>" + std::string(name) + "</Name><Value>" + std::string(value) +
+               "</Value></Option>";
+    }
+
     ServicesInMemory memory;
     ToolOptions options{memory.services};
 };
@@ -114,9 +119,44 @@ TEST_F(ToolOptionsTest, ARepeatedPropertyNameEndsLoadWithTheSetsBeforeIt) {
     EXPECT_EQ(TextOf(*options.Item(Value("b")), "Name"), "1");
 }
 
-TEST_F(ToolOptionsTest, AnOptionWithoutChildrenEndsLoad) {
-    EXPECT_FALSE(options.Load(Sets("<Tool ID=\"a\"><Option/></Tool>")));
-    EXPECT_THAT(Keys(), ElementsAre("a"));
+TEST_F(ToolOptionsTest, AnOptionWithoutChildrenIsPassedOverByLoadAndSave) {
+    const std::string sets =
+        Sets("<Tool ID=\"a\"><Option/>" + Option("n", "1") + "<Option/></Tool><Tool ID=\"b\"/>");
+    ASSERT_TRUE(options.Load(sets));
+    EXPECT_THAT(Keys(), ElementsAre("a", "b"));
+    EXPECT_EQ(options.Item(Value("a"))->Properties.Count(), 1u);
+    EXPECT_EQ(TextOf(*options.Item(Value("a")), "n"), "1");
+    EXPECT_TRUE(options.Save(sets, file));
+    EXPECT_EQ(memory.File(file), sets);
+}
+
+TEST_F(ToolOptionsTest, EmptyTextIsAnIdentifierLikeAnyOther) {
+    const std::string sets = Sets("<Tool ID=\"\">" + Option("n", "1") + "</Tool><Tool ID=\"a\"/>");
+    ASSERT_TRUE(options.Load(sets));
+    EXPECT_THAT(Keys(), ElementsAre("", "a"));
+    ASSERT_TRUE(options.Item(Value("")));
+    EXPECT_EQ(TextOf(*options.Item(Value("")), "n"), "1");
+    EXPECT_TRUE(options.Save(sets, file));
+    EXPECT_EQ(memory.File(file), sets);
+
+    EXPECT_FALSE(options.Load(Sets("<Tool ID=\"\"/><Tool ID=\"\"/>")));
+    EXPECT_THAT(Keys(), ElementsAre(""));
+    options.Clear();
+    EXPECT_FALSE(options.Item(Value("")));
+}
+
+TEST_F(ToolOptionsTest, EmptyTextIsANameLikeAnyOther) {
+    const std::string sets =
+        Sets("<Tool ID=\"a\"><Option><Name/><Value>1</Value></Option>" + Option("n", "2") + "</Tool>");
+    ASSERT_TRUE(options.Load(sets));
+    const ToolOptions::Record record = options.Item(Value("a"));
+    EXPECT_EQ(TextOf(*record, ""), "1");
+    (*record->Properties.Find(""))->Value = Value("changed");
+    EXPECT_TRUE(options.Save(sets, file)); // which loads the text again: the element is the old record's
+    EXPECT_EQ(record->XMLObject.FirstChild().FirstChild().NextSibling().Text(), "changed");
+
+    EXPECT_FALSE(options.Load(Sets("<Tool ID=\"a\">" + Option("", "1") + Option("", "2") + "</Tool>")));
+    EXPECT_EQ(TextOf(*options.Item(Value("a")), ""), "1");
 }
 
 TEST_F(ToolOptionsTest, SetsWithoutAnIdAreSkipped) {
