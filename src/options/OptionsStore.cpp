@@ -51,10 +51,10 @@ std::string ToolMain::OptionsFile() const {
 std::string ToolMain::getOptionData(std::string_view sToolID) {
     constexpr std::string_view proc = "cToolMain.getOptionData";
     return Guarded(proc, std::string(), [&] {
-        if (!sToolID.empty()) {
-            const std::optional<std::string> tool = AskDataService(optionAddress::OfTool(sToolID));
-            if (tool && base::TrimBlanks(*tool).empty()) return std::string(); // a tool without options
-        }
+        const std::string query = sToolID.empty() ? std::string() : optionAddress::OfTool(sToolID);
+        const std::optional<std::string> tool = AskDataService(query);
+        const bool hasNoOptions = tool && base::TrimBlanks(*tool).empty();
+        if (hasNoOptions && !sToolID.empty()) return std::string();
         const std::optional<std::string> options = AskDataService("//Options");
         if (!options) {
             throw OwnError(optionError::NoData, proc, "no data came for \"" + OptionsFile() + "\"");
