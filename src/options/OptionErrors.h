@@ -14,5 +14,6 @@ inline constexpr std::int32_t NoTool = 46;           //
 inline constexpr std::int32_t UnknownSet = 47;       // a save with an option set that was not read
 inline constexpr std::int32_t NoLocaleSettings = 48; //
 inline constexpr std::int32_t NoView = 49;           //
+inline constexpr std::int32_t NoOptionsText = 50;    // an update by a text that holds no tools
 
 } // namespace kvtm::optionError

@@ -48,7 +48,12 @@ void ToolMain::UpdateOptions(const RequestRef& request) {
 
     const std::string sOptions = TextParameter(*request, parameter::Options);
     auto edited = std::make_unique<OptionsDocument>();
-    edited->LoadText(sOptions); // a text that is not well-formed ends it here, with nothing changed
+    // a text that is not well-formed, or no options text, ends it here, with nothing changed
+    edited->LoadText(sOptions);
+    if (!edited->HoldsTools()) {
+        throw OwnError(optionError::NoOptionsText, "UpdateOptions",
+                       "the options are to be replaced by a text without any \"Tool\" in it");
+    }
     if (!m_oToolOptions) m_oToolOptions = std::make_unique<ToolOptions>(m_oServices);
     m_oToolOptions->Load(sOptions);
     m_oToolOptions->SaveOrThrow(sOptions, OptionsFile());

@@ -1,6 +1,7 @@
 #include "tests/options/OptionsFixture.h"
 
 #include "core/Names.h"
+#include "options/OptionErrors.h"
 #include "options/ToolOptions.h"
 
 #include <gmock/gmock.h>
@@ -125,6 +126,25 @@ TEST_F(OptionsView, AnUpdateThatIsNotWellFormedChangesNothing) {
     }
     EXPECT_EQ(Request(request::UpdateOptions), "");
     ClaimReport("HandleRequest");
+    EXPECT_EQ(FileText(), before);
+    EXPECT_EQ(Get("a", "n"), "1");
+    EXPECT_TRUE(subscriber->notices.empty());
+}
+
+TEST_F(OptionsView, AnUpdateByATextThatIsNoOptionsFileChangesNothing) {
+    LoadWithTools(Tool("a", Option("n", "1")));
+    const std::string before = FileText();
+    const auto subscriber = Subscribe("S");
+    for (const std::string_view other :
+         {"<Config/>", "<Options/>", "<Options><ToolOptions/></Options>", "<Options>text</Options>",
+          "<Tool ID=\"a\"/>", "<ToolOptions><Tool ID=\"a\"/></ToolOptions>",
+          "<Options><Other><Tool ID=\"a\"/></Other></Options>"}) {
+        EXPECT_EQ(Request(request::UpdateOptions, {{"Options", other}}), "");
+        EXPECT_EQ(ClaimReport("HandleRequest").number,
+                  base::errors::ObjectErrorBase + optionError::NoOptionsText)
+            << other;
+        EXPECT_TRUE(ClaimReports().empty());
+    }
     EXPECT_EQ(FileText(), before);
     EXPECT_EQ(Get("a", "n"), "1");
     EXPECT_TRUE(subscriber->notices.empty());
