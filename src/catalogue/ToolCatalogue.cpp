@@ -22,6 +22,16 @@ std::int32_t ToolMain::CountToolsInCatalog(bool notify) {
     });
 }
 
+// What is on the screen stays as it is until it is built the next time.
+void ToolMain::TakeNewCatalogue() {
+    if (!m_bUnloading) {
+        // the host itself tells of a catalogue that it cannot read
+        Skipping([&] { m_oFramework->Tools().Reload(); });
+        RelistTools();
+    }
+    CountToolsInCatalog(true);
+}
+
 bool ToolMain::LoadToolsCollection() {
     Guarded("LoadToolsCollection", [&] {
         m_colListedTools = std::make_unique<ToolCollection>();

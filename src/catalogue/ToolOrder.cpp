@@ -8,12 +8,16 @@ ToolCollection ToolMain::Sort(std::string_view strPropertyName, bool bDescend, b
     return SortRecords(ListedTools(), {strPropertyName, bDescend, blnCompareNumeric});
 }
 
-// No guard: the caller reports. The listed tools stay as they were when the sort fails.
-void ToolMain::SortTools(std::string_view propertyName, std::string_view direction, bool selectTab) {
+// No guards here: the callers report. The listed tools stay as they were when the sort fails.
+
+void ToolMain::SortListedTools(std::string_view propertyName, std::string_view direction) {
     const bool asDates = propertyName == property::LastUpdated;
     const bool descending = base::Value(direction).ToBoolean();
     m_colListedTools = std::make_unique<ToolCollection>(Sort(propertyName, descending, asDates));
+}
 
+void ToolMain::SortTools(std::string_view propertyName, std::string_view direction, bool selectTab) {
+    SortListedTools(propertyName, direction);
     if (m_oFramework->CurrentControl() != view::Navigator) return;
     RefreshToolsNode(selectTab);
     const std::shared_ptr<arvon::ITab> navigator = m_oFramework->Tabs().Item(view::Navigator);
@@ -24,17 +28,28 @@ void ToolMain::SortTools(std::string_view propertyName, std::string_view directi
 
 // An option that could not be read answers "False": as a key it names no property, which is reported and
 // leaves the tools in catalogue order; as a direction it means ascending.
+ToolMain::ToolOrder ToolMain::StoredToolOrder() {
+    const auto stored = [&](std::string_view option, std::string_view whenEmpty) {
+        const std::string value = ReadOption(sortOption::ToolID, option);
+        return value.empty() ? std::string(whenEmpty) : value;
+    };
+    return {.key = stored(sortOption::Key, property::Name), .direction = stored(sortOption::Order, "0")};
+}
+
 bool ToolMain::SetToolOrder() {
     Guarded("SetToolOrder", [&] {
-        const auto stored = [&](std::string_view option, std::string_view whenEmpty) {
-            const std::string value = ReadOption(sortOption::ToolID, option);
-            return value.empty() ? std::string(whenEmpty) : value;
-        };
-        const std::string key = stored(sortOption::Key, property::Name);
-        const std::string direction = stored(sortOption::Order, "0");
-        SortTools(key, direction, false);
+        const ToolOrder order = StoredToolOrder();
+        SortTools(order.key, order.direction, false);
     });
     return true;
+}
+
+void ToolMain::RelistTools() {
+    LoadToolsCollection();
+    Guarded("SetToolOrder", [&] {
+        const ToolOrder order = StoredToolOrder();
+        SortListedTools(order.key, order.direction);
+    });
 }
 
 } // namespace kvtm

@@ -62,13 +62,7 @@ void ToolMain::HandleProcessEvent(const EventRef& event) {
         return;
     }
     const std::string sApp = TextParameter(*event, arvon::eventParameter::ApplicationNameAndPath);
-    if (sApp.find(catalogueGenerator) != std::string::npos) {
-        Skipping(
-            [&] { m_oFramework->Tools().Reload(); }); // the host tells of a catalogue that it cannot read
-        LoadToolsCollection();
-        SetToolOrder();
-        CountToolsInCatalog(true);
-    }
+    if (sApp.find(catalogueGenerator) != std::string::npos) TakeNewCatalogue();
 
     const std::int32_t lPID = ParameterValue(*event, arvon::eventParameter::ProcessId).ToInteger();
     if (lPID < 1) return;

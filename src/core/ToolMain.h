@@ -231,6 +231,8 @@ private:
     // catalogue/ToolCatalogue.cpp
     std::int32_t CountToolsInCatalog(bool notify);
     bool LoadToolsCollection();
+    /// The catalogue was written anew: records, listed tools and their count follow.
+    void TakeNewCatalogue();
     ToolCollection& ListedTools(); // created empty when first needed
 
     // catalogue/ToolList.cpp
@@ -241,8 +243,16 @@ private:
     ToolRecord ToolOfVrex(std::string_view vrex); // the host's first of that VREX (exact); may be null
 
     // catalogue/ToolOrder.cpp
+    struct ToolOrder {
+        std::string key;       // a property of the records
+        std::string direction; // read as a boolean: True is descending
+    };
+    void SortListedTools(std::string_view propertyName, std::string_view direction);
     void SortTools(std::string_view propertyName, std::string_view direction, bool selectTab);
+    ToolOrder StoredToolOrder();
     bool SetToolOrder();
+    /// Fills the listed tools again, in the stored order; nothing that is shown changes.
+    void RelistTools();
 
     // catalogue/MenusAndButtons.cpp
     /// The listed tools, or the host's whole collection, as they stand now.

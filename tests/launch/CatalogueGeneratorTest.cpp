@@ -1,5 +1,6 @@
 // The catalogue generator is launched like any program; its end brings the new catalogue.
 
+#include "core/contract/EventShapes.h"
 #include "tests/launch/LaunchFixture.h"
 
 using namespace kvtm;
@@ -32,4 +33,48 @@ TEST_F(CatalogueGenerator, TakesAwayWhatTheNewCatalogueLacksWithoutAWord) {
     installation.WriteTools({{.name = "B"}});
     EndOfGenerator();
     EXPECT_EQ(ListedNames(), Strings{"B"});
+}
+
+TEST_F(CatalogueGenerator, LeavesTheScreenAndTheCurrentToolAsTheyAre) {
+    LoadSuiteInFront({{.name = "B", .identifier = "BBB"}, {.name = "C"}});
+    host->NodeEvent("tabQRV", "nodTools", arvon::eventKind::Expanded);
+    host->NodeEvent("tabQRV", "C");
+    host->Framework()->Tabs().Add(2, "tabOther", "Other", nullptr, true)->BringForward();
+    host->Framework()->BringPageForward("Other");
+    installation.WriteTools({{.name = "C"}, {.name = "A", .identifier = "AAA"}});
+    const Strings rows = RowTexts(), nodes = NodeKeys(), items = EnabledToolItems();
+    ForgetCalls();
+    EndOfGenerator();
+    ClaimBox();
+
+    EXPECT_EQ(ListedNames(), (Strings{"A", "C"})) << "in the stored order";
+    EXPECT_EQ(Probe().LastNodeKey(), "C");
+    EXPECT_EQ(host->Model().Tabs().front().selected, "C");
+    EXPECT_EQ(host->Model().CurrentControl(), "tabOther");
+    EXPECT_EQ(host->Model().Page(), "Other");
+    EXPECT_EQ(RowTexts(), rows);
+    EXPECT_EQ(NodeKeys(), nodes);
+    EXPECT_EQ(EnabledToolItems(), items);
+    for (const char* operation : {"Node.Select", "Node.Release", "Node.Refresh", "Tab.BringForward",
+                                  "BringPageForward", "ListView.Clear", "MenuItems.Clear", "Nodes.Remove"})
+        EXPECT_TRUE(CallsOf(operation).empty()) << operation;
+    EXPECT_NE(Request(request::GetToolProperties), "") << "those of the tool that is still selected";
+}
+
+TEST_F(CatalogueGenerator, IsOnlyCountedAfterUnloading) {
+    LoadSuite({{.name = "A"}});
+    Probe().CountToolsInCatalog(false);
+    host->Unload();
+    installation.WriteTools({{.name = "A"}, {.name = "B"}});
+    ForgetCalls();
+    EndOfGenerator();
+    EXPECT_EQ(ClaimBox().text, "text 42\r\ntext 43\r\ntext 44");
+    EXPECT_EQ(Probe().KnownToolCount(), 2);
+    EXPECT_EQ(host->Model().Tools().size(), 1u) << "the host was not asked to read";
+    EXPECT_EQ(ListedNames(), Strings{"A"});
+    EXPECT_TRUE(CallsOf("Tools.Reload").empty());
+
+    EXPECT_TRUE(Load()); // and from the next load on it is taken again
+    EndOfGenerator();
+    EXPECT_EQ(ListedNames(), (Strings{"A", "B"}));
 }
