@@ -12,12 +12,16 @@ std::int32_t ToolMain::CountToolsInCatalog(bool notify) {
         if (catalogue.IsEmpty()) return 0;
 
         const auto count = static_cast<std::int32_t>(catalogue.Select("//Tool").size());
+        const std::uint64_t countsBefore = m_lCatalogueCounts;
         if (notify && m_lKnownToolCount < count) {
             const std::string prompt =
                 LoadResString(42) + "\r\n" + LoadResString(43) + "\r\n" + LoadResString(44);
             m_oFramework->ShowMessage(prompt, arvon::boxStyle::Information, LoadResString(45));
         }
-        m_lKnownToolCount = count;
+        if (m_lCatalogueCounts == countsBefore) { // else a later count came in while the user read
+            m_lKnownToolCount = count;
+            ++m_lCatalogueCounts;
+        }
         return count;
     });
 }

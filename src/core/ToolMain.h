@@ -406,6 +406,7 @@ private:
     // state of catalogue
     std::unique_ptr<ToolCollection> m_colListedTools; // null until first needed; see ListedTools()
     std::int32_t m_lKnownToolCount = 0;               // Tool elements at the last count
+    std::uint64_t m_lCatalogueCounts = 0;             // how often that was stored
     bool m_bShowAllTools = false;                     //
 
     // state of options

@@ -3,6 +3,8 @@
 #include "core/contract/EventShapes.h"
 #include "tests/launch/LaunchFixture.h"
 
+#include <utility>
+
 using namespace kvtm;
 using namespace kvtm::test;
 
@@ -77,4 +79,40 @@ TEST_F(CatalogueGenerator, IsOnlyCountedAfterUnloading) {
     EXPECT_TRUE(Load()); // and from the next load on it is taken again
     EndOfGenerator();
     EXPECT_EQ(ListedNames(), (Strings{"A", "B"}));
+}
+
+TEST_F(CatalogueGenerator, ThatEndsWhileTheUserReadsBringsNoFalseNewsLater) {
+    int boxes = 0;
+    arvon::host::Hooks hooks;
+    hooks.showMessage = [&](const std::string&, std::int32_t, const std::string&) {
+        if (++boxes > 1) return;
+        installation.WriteTools({{.name = "A"}, {.name = "B"}, {.name = "C"}});
+        EndOfGenerator();
+    };
+    LoadWith({{.name = "A"}}, hooks);
+    Probe().CountToolsInCatalog(false);
+    installation.WriteTools({{.name = "A"}, {.name = "B"}});
+    EndOfGenerator();
+    EXPECT_EQ(boxes, 2);
+    EXPECT_EQ(Probe().KnownToolCount(), 3);
+    EndOfGenerator();
+    EXPECT_EQ(boxes, 2) << "nothing new since";
+    ClaimBox();
+    ClaimBox();
+}
+
+TEST_F(CatalogueGenerator, ThatTakesToolsAwayWhileTheUserReadsHasTheLastWord) {
+    bool isNested = false;
+    arvon::host::Hooks hooks;
+    hooks.showMessage = [&](const std::string&, std::int32_t, const std::string&) {
+        if (std::exchange(isNested, true)) return;
+        installation.WriteTools({{.name = "A"}});
+        EndOfGenerator();
+    };
+    LoadWith({{.name = "A"}}, hooks);
+    Probe().CountToolsInCatalog(false);
+    installation.WriteTools({{.name = "A"}, {.name = "B"}});
+    EndOfGenerator();
+    ClaimBox();
+    EXPECT_EQ(Probe().KnownToolCount(), 1);
 }
