@@ -89,6 +89,7 @@ constexpr auto operations = std::to_array<std::string_view>({
     "Node.Key",
     "Node.Level",
     "Node.Nodes",
+    "Node.Owner",
     "Node.Refresh",
     "Node.Release",
     "Node.Select",

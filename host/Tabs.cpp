@@ -36,6 +36,11 @@ std::shared_ptr<INode> Nodes::Add(std::string_view key, std::string_view owner, 
     return added;
 }
 
+std::shared_ptr<INode> Nodes::Item(std::size_t position) {
+    context_->trace.Read("Nodes.Item", position);
+    return level_.Items().Item(position);
+}
+
 std::shared_ptr<INode> Nodes::Item(std::string_view key) {
     context_->trace.Call("Nodes.Item", key);
     return level_.Find(key);
@@ -72,6 +77,11 @@ Node::~Node() {
 std::string Node::Key() const {
     context_->trace.Read("Node.Key", key_);
     return key_;
+}
+
+std::string Node::Owner() const {
+    context_->trace.Read("Node.Owner", key_);
+    return owner_;
 }
 
 std::int32_t Node::Level() const {

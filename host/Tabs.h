@@ -38,6 +38,7 @@ public:
     std::shared_ptr<INode> Add(std::string_view key, std::string_view owner, std::int32_t kind,
                                std::string_view caption, const std::shared_ptr<base::Object>& object,
                                bool flag, std::int32_t number) override;
+    std::shared_ptr<INode> Item(std::size_t position) override;
     std::shared_ptr<INode> Item(std::string_view key) override;
     void Remove(std::string_view key) override;
 
@@ -56,6 +57,7 @@ public:
     ~Node() override;
 
     std::string Key() const override;
+    std::string Owner() const override;
     std::int32_t Level() const override;
     void SetImage(std::int32_t image) override;
     void SetViewKey(std::string_view viewKey) override;

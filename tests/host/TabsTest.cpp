@@ -103,6 +103,10 @@ TEST_F(TabsOfTheHost, HoldNodesAtLevelsOneAndThree) {
     EXPECT_EQ(shown.taskView, "tvTools");
     EXPECT_EQ(tab->Nodes().Count(), 1u);
     EXPECT_EQ(tab->Nodes().Item("top"), top);
+    EXPECT_EQ(tab->Nodes().Item(std::size_t{1}), top);
+    for (const std::size_t outside : {std::size_t{0}, tab->Nodes().Count() + 1})
+        EXPECT_EQ(RefusalOf([&] { tab->Nodes().Item(outside); }).number, base::errors::OutOfRange);
+    EXPECT_EQ(top->Owner(), "me");
     EXPECT_EQ(tab->Nodes().Item("below"), nullptr);
     EXPECT_EQ(tab->FindNode("deep"), deep);
     EXPECT_EQ(tab->FindNode("none"), nullptr);

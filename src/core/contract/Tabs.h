@@ -17,6 +17,7 @@ class INode {
 public:
     virtual ~INode() = default;
     virtual std::string Key() const = 0;
+    virtual std::string Owner() const = 0;
     /// 1 for a top-level node, 3 for a node below it.
     virtual std::int32_t Level() const = 0;
     virtual void SetImage(std::int32_t image) = 0;
@@ -40,6 +41,8 @@ public:
     virtual std::shared_ptr<INode> Add(std::string_view key, std::string_view owner, std::int32_t kind,
                                        std::string_view caption, const std::shared_ptr<base::Object>& object,
                                        bool flag, std::int32_t number) = 0;
+    /// From 1. Throws OutOfRange.
+    virtual std::shared_ptr<INode> Item(std::size_t position) = 0;
     /// A node of this level by key; null when there is none.
     virtual std::shared_ptr<INode> Item(std::string_view key) = 0;
     /// Throws InvalidCall for an unknown key.
