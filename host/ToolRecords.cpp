@@ -49,6 +49,14 @@ std::string IsoText(base::Date date) {
     return text;
 }
 
+/// Stands between a repeated name and what makes its key its own. No name holds it.
+constexpr char keyOfRepeated = '\0';
+
+/// The name that a record is keyed by.
+std::string KeyedName(std::string_view key) {
+    return std::string(key.substr(0, key.find(keyOfRepeated)));
+}
+
 base::Value DateOrText(const std::string& text) {
     if (text.empty()) return text;
     try {
@@ -229,18 +237,32 @@ template <class Test> std::shared_ptr<ToolRecord> ToolRecords::FindIf(const Test
     return nullptr;
 }
 
-void ToolRecords::Remove(std::string_view name) {
+void ToolRecords::Remove(const std::shared_ptr<IToolRecord>& record) {
+    if (!record) Raise(base::errors::ObjectNotSet, "no record to remove");
+    const auto name = [&] {
+        const auto* own = dynamic_cast<const ToolRecord*>(record.get());
+        return own ? own->Text(ToolField::Name) : std::string();
+    };
     trace_.Call("Tools.Remove", name);
-    const std::shared_ptr<ToolRecord> record = Find(name);
-    if (!record) RaiseNoSuch("tool", name);
-    removed_.push_back(record);
-    if (!records_.Remove(name)) { // the first of that name went before
-        const auto found = repeated_.find(std::string(name));
-        records_.Remove(found->second.front());
-        found->second.pop_front();
-        if (found->second.empty()) repeated_.erase(found);
+    const std::size_t position = PositionOf(*record);
+    if (position == 0) RaiseNoSuch("tool", name());
+    removed_.push_back(records_.Item(position));
+    const std::string key = records_.KeyAt(position);
+    records_.Remove(position);
+    if (const auto repeated = repeated_.find(KeyedName(key)); repeated != repeated_.end()) {
+        std::erase(repeated->second, key);
+        if (repeated->second.empty()) repeated_.erase(repeated);
     }
     trace_.Changed(ModelPart::Tools);
+}
+
+std::size_t ToolRecords::PositionOf(const IToolRecord& record) const {
+    std::size_t position = 0;
+    for (const auto& present : records_) {
+        ++position;
+        if (present.get() == &record) return position;
+    }
+    return 0;
 }
 
 ToolRecords::Catalogue ToolRecords::Load() const {
@@ -280,7 +302,7 @@ void ToolRecords::Take(std::shared_ptr<ToolRecord> record) const {
     std::string key = record->Text(ToolField::Name);
     if (!key.empty() && records_.Find(key)) {
         std::deque<std::string>& keys = repeated_[key];
-        key += '\0'; // which no name holds
+        key += keyOfRepeated;
         key += std::to_string(records_.Count());
         keys.push_back(key);
     }

@@ -97,7 +97,7 @@ public:
     std::shared_ptr<IToolRecord> Item(std::size_t position) const override;
     std::shared_ptr<IToolRecord> Item(std::string_view name) const override;
     /// From the collection; the file follows with Save.
-    void Remove(std::string_view name) override;
+    void Remove(const std::shared_ptr<IToolRecord>& record) override;
     /// Writes what was changed and removed into the file as it stands on the disk by now: everything else in
     /// it stays as it is, but a file in another encoding is one in UTF-8 then. A changed record that the file
     /// does not hold any more is a problem. Throws when the file cannot be read or written, or is damaged.
@@ -123,6 +123,8 @@ private:
     /// The first record of which `test` is true; null when there is none.
     template <class Test> std::shared_ptr<ToolRecord> FindIf(const Test& test) const;
     void Take(std::shared_ptr<ToolRecord> record) const;
+    /// The position of the record from 1; 0 for one that is not in the collection.
+    std::size_t PositionOf(const IToolRecord& record) const;
     /// Hands the changes of a record that is not in the collection any more to the one in its place.
     void HandOver(ToolRecord& edited);
     void KeyByName() const;

@@ -61,11 +61,11 @@ void ToolMain::HandleButtonEvent(const EventRef& event) {
         if (!base::EqualIgnoringCase(m_oFramework->CurrentControl(), view::Navigator))
             navigator->BringForward();
 
-        const std::string name = base::UpperCase(event->Name());
-        if (name == base::UpperCase(button::UpdateTools)) {
+        const std::string name = event->Name();
+        if (!IsShownButton(name) && base::EqualIgnoringCase(name, button::UpdateTools)) {
             ShowUpdatesOnToolsNode(*navigator);
         } else if (const ToolRecord tool = ToolOfButton(name)) {
-            LaunchToolByName(tool->Name());
+            LaunchShownTool(tool);
         }
     });
 }
@@ -76,18 +76,6 @@ void ToolMain::ShowUpdatesOnToolsNode(arvon::ITab& navigator) {
     node->Select();
     node->SetViewKey(view::ToolsUpdate);
     node->Select();
-}
-
-// Of tools with the same identifier the first one has the button, and the listed tools come first to it.
-ToolRecord ToolMain::ToolOfButton(std::string_view upperCaseKey) {
-    for (const bool useListedTools : {true, false}) {
-        for (const ToolRecord& tool : ToolsInOrder(useListedTools)) {
-            const std::string identifier = tool->Get(property::Identifier).ToText();
-            if (identifier.empty()) continue;
-            if (base::UpperCase(std::string(button::ToolPrefix) + identifier) == upperCaseKey) return tool;
-        }
-    }
-    return nullptr;
 }
 
 } // namespace kvtm

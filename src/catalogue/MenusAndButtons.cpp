@@ -52,21 +52,35 @@ bool ToolMain::AddMenu(arvon::IMenu& parent, const ToolRecord& tool, std::string
     });
 }
 
-// True when there is a button more, even where one of its properties was refused.
-bool ToolMain::AddButton(const ToolRecord& tool, std::string_view toolText, std::size_t position) {
-    bool added = false;
-    Guarded("AddButton", [&] {
-        const std::string identifier = IdentifierInMenus(*tool);
-        if (identifier.empty()) return;
-        const std::shared_ptr<arvon::IButton> button = m_oFramework->Buttons().Add(
-            position, Joined(button::ToolPrefix, identifier), arvon::ButtonStyle::Push);
-        added = true;
-        button->SetVisible(true);
-        button->SetPicture(base::FirstCharacters(identifier, 3));
-        button->SetOwner(Self);
-        button->SetToolTip(Joined(toolText, " ").append(tool->Name()));
+// A button that cannot be finished goes again: without an owner no later building would find it.
+template <class Finish> void ToolMain::PlaceButton(std::size_t position, const ShownButton& shown,
+                                                   arvon::ButtonStyle style, Finish&& finish) {
+    arvon::IButtons& buttons = m_oFramework->Buttons();
+    const std::shared_ptr<arvon::IButton> button = buttons.Add(position, shown.sKey, style);
+    m_aShownButtons.push_back(shown);
+    const std::exception_ptr failure = Caught([&] { finish(*button); });
+    if (!failure) return;
+    Skipping([&] {
+        buttons.Remove(shown.sKey);
+        std::erase_if(m_aShownButtons, [&](const ShownButton& other) { return other.sKey == shown.sKey; });
     });
-    return added;
+    std::rethrow_exception(failure);
+}
+
+// True when there is a button more.
+bool ToolMain::AddButton(const ToolRecord& tool, std::string_view toolText, std::size_t position) {
+    return Guarded("AddButton", false, [&] {
+        const std::string identifier = IdentifierInMenus(*tool);
+        if (identifier.empty()) return false;
+        PlaceButton(position, {Joined(button::ToolPrefix, identifier), tool}, arvon::ButtonStyle::Push,
+                    [&](arvon::IButton& button) {
+                        button.SetVisible(true);
+                        button.SetPicture(base::FirstCharacters(identifier, 3));
+                        button.SetOwner(Self);
+                        button.SetToolTip(Joined(toolText, " ").append(tool->Name()));
+                    });
+        return true;
+    });
 }
 
 bool ToolMain::BuildToolMenu(arvon::IMenu& parent, bool useListedTools) {
@@ -98,10 +112,22 @@ bool ToolMain::BuildToolButtons(bool useListedTools) {
 void ToolMain::AddSeparatorButton(std::string_view key) {
     arvon::IButtons& buttons = m_oFramework->Buttons();
     if (buttons.Item(key)) return;
-    const std::shared_ptr<arvon::IButton> separator =
-        buttons.Add(buttons.Count() + 1, key, arvon::ButtonStyle::Separator);
-    separator->SetOwner(Self);
-    separator->SetVisible(true);
+    PlaceButton(buttons.Count() + 1, {std::string(key), nullptr}, arvon::ButtonStyle::Separator,
+                [](arvon::IButton& separator) {
+                    separator.SetOwner(Self);
+                    separator.SetVisible(true);
+                });
+}
+
+void ToolMain::RemoveOwnButtons() {
+    arvon::IButtons& buttons = m_oFramework->Buttons();
+    // from the last to the first, so that no removal moves a button that is still to be looked at
+    for (std::size_t position = buttons.Count(); position >= 1; --position) {
+        const std::shared_ptr<arvon::IButton> button = buttons.Item(position);
+        const std::string owner = button->Owner();
+        if (owner == Self || (owner.empty() && IsShownButton(button->Key()))) buttons.Remove(button->Key());
+    }
+    m_aShownButtons.clear();
 }
 
 void ToolMain::RebuildToolMenus(bool useListedTools) {
@@ -110,13 +136,9 @@ void ToolMain::RebuildToolMenus(bool useListedTools) {
         RequireObject(toolMenu, "RebuildToolMenus", "the host has no menu \"mnuTool\"");
         toolMenu->Items().Clear();
         BuildToolMenu(*toolMenu, useListedTools);
-
-        // from the last to the first, so that no removal moves a button that is still to be looked at
-        arvon::IButtons& buttons = m_oFramework->Buttons();
-        for (std::size_t position = buttons.Count(); position >= 1; --position) {
-            const std::shared_ptr<arvon::IButton> button = buttons.Item(position);
-            if (button->Owner() == Self) buttons.Remove(button->Key());
-        }
+        // the new items too wait for the end of a load or of the Vantor
+        if (m_bBusy || !m_colLoadedTools.IsEmpty()) SetMenus(false);
+        RemoveOwnButtons();
         BuildToolButtons(useListedTools);
     });
 }
@@ -154,7 +176,10 @@ void ToolMain::BuildContextMenu() {
         item->SetEnabled(true);
         return item;
     };
-    add(add(items, contextTaskItem)->Items(), launchItem);
+    const std::exception_ptr failure = Caught([&] { add(add(items, contextTaskItem)->Items(), launchItem); });
+    if (!failure) return;
+    Skipping([&] { items.Remove(contextTaskItem.key); }); // half a menu is none
+    std::rethrow_exception(failure);
 }
 
 } // namespace kvtm

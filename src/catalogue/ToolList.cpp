@@ -44,22 +44,4 @@ bool ToolMain::LoadToolIntoListView(const ToolRecord& tool, arvon::IListView& li
     return true;
 }
 
-ToolRecord ToolMain::SelectedTool() {
-    const std::shared_ptr<arvon::IView> listView = m_oFramework->Views().Item(view::ToolList);
-    const arvon::IListView* list = listView ? listView->List() : nullptr;
-    const arvon::IListItem* row = list ? list->CurrentItem() : nullptr;
-    if (!row) return nullptr;
-
-    return ToolOfVrex(row->Key());
-}
-
-ToolRecord ToolMain::ToolOfVrex(std::string_view vrex) {
-    arvon::IToolRecords& tools = m_oFramework->Tools();
-    for (std::size_t position = 1; position <= tools.Count(); ++position) {
-        const ToolRecord tool = tools.Item(position);
-        if (tool->Get(property::Vrex).ToText() == vrex) return tool;
-    }
-    return nullptr;
-}
-
 } // namespace kvtm

@@ -29,6 +29,7 @@
 //   core/LoadedTools.cpp         tools leaving the host
 //   catalogue/ToolCatalogue.cpp  which tools are listed
 //   catalogue/ToolList.cpp       rows of "lvTools"
+//   catalogue/ShownTools.cpp     which record a row, a node or a button was made for
 //   catalogue/ToolOrder.cpp      sorting and the stored order
 //   catalogue/MenusAndButtons.cpp  tool items of menu, toolbar and context menu
 //   catalogue/MenuEvents.cpp     clicks on menu items and buttons
@@ -238,9 +239,27 @@ private:
     // catalogue/ToolList.cpp
     void LoadTools(std::string_view tabKey, bool useListedTools);
     bool LoadToolIntoListView(const ToolRecord& tool, arvon::IListView& list, const DateFormat& dateFormat);
+
+    // catalogue/ShownTools.cpp
+    /// A button that was put into the toolbar, with the record that it was made for (null: a separator).
+    struct ShownButton {
+        std::string sKey;
+        ToolRecord oTool;
+    };
+    /// The host's record of that VREX (exact), of several the one of that name, else the first; null when
+    /// there is none. Without a VREX the name must be equal.
+    ToolRecord FindTool(std::string_view sVrex, std::string_view sName);
+    /// The same record as the host has it now; null when it is gone.
+    ToolRecord FindPresent(const ToolRecord& tool);
     /// The record of the list's current row; null when there is no row or no such record.
     ToolRecord SelectedTool();
-    ToolRecord ToolOfVrex(std::string_view vrex); // the host's first of that VREX (exact); may be null
+    /// The record of the current row where that has this text, else the host's first of that name; may be
+    /// null.
+    ToolRecord ToolOfRow(std::string_view sText);
+    const arvon::IListItem* CurrentRow(); // null when there is none
+    ToolRecord ToolOfNode(std::string_view sName);
+    bool IsShownButton(std::string_view sKey) const; // exact
+    ToolRecord ToolOfButton(std::string_view sKey);  // null when it is no tool's button
 
     // catalogue/ToolOrder.cpp
     struct ToolOrder {
@@ -260,9 +279,13 @@ private:
     /// `toolText`: what stands before a tool's name in descriptions and tool tips.
     bool AddMenu(arvon::IMenu& parent, const ToolRecord& tool, std::string_view toolText, bool previous);
     bool AddButton(const ToolRecord& tool, std::string_view toolText, std::size_t position);
+    /// Adds a button and finishes it; takes it away again where that fails.
+    template <class Finish> void PlaceButton(std::size_t position, const ShownButton& shown,
+                                             arvon::ButtonStyle style, Finish&& finish);
     bool BuildToolMenu(arvon::IMenu& parent, bool useListedTools);
     bool BuildToolButtons(bool useListedTools);
     void AddSeparatorButton(std::string_view key); // unless the toolbar has it
+    void RemoveOwnButtons();
     void RebuildToolMenus(bool useListedTools);
     bool SetMenus(bool enabled);
     void BuildContextMenu();
@@ -273,7 +296,6 @@ private:
     void ShowToolNode(std::string_view toolName);
     void HandleButtonEvent(const EventRef& event);
     void ShowUpdatesOnToolsNode(arvon::ITab& navigator);
-    ToolRecord ToolOfButton(std::string_view upperCaseKey); // null when it is no tool's button
 
     // catalogue/TabsAndNodes.cpp
     void HandleNodeEvent(const EventRef& event);
@@ -337,10 +359,13 @@ private:
     void SetSecureOptions(OptionsDocument& document);
 
     // launch/ToolLaunch.cpp
-    std::string LaunchTool(const RequestRef& request);
+    /// `shown`: the record that is meant; null for the one that the name means.
+    std::string LaunchTool(const RequestRef& request, const ToolRecord& shown = nullptr);
     /// LaunchTool with a request that names the tool.
     std::string LaunchToolByName(std::string_view sToolName);
-    void LaunchListedTool(std::string_view sToolName);
+    RequestRef NewLaunchRequest(std::string_view sToolName);
+    /// LaunchTool for the record that something on the screen was made for; nothing for one without a name.
+    void LaunchShownTool(const ToolRecord& tool);
     /// The record that m_sLastNodeKey names; null, and a message to the user, when there is none.
     ToolRecord FindToolToLaunch();
     void TellAlreadyRunning();
@@ -362,10 +387,10 @@ private:
     void Task_UpdateTool(const EventRef& event);
     void Task_AddTool(const EventRef& event);
     void Task_ShowAll(const EventRef& event);
-    void RebuildMenusOfShownTools();
 
     // launch/ListItemEvents.cpp
     void HandleListItemEvent(const EventRef& event);
+    void OpenRow(std::string_view sText);
     void KeepCheck(std::string_view sText, bool bChecked);
 
     // launch/ToolRemoval.cpp
@@ -373,7 +398,7 @@ private:
                     std::string_view sProgramType);
     /// Takes a tool that is gone from the disk out of the catalogue and of everything that shows it.
     void ForgetRemovedTool(std::string_view sVrex, std::string_view sName);
-    void ForgetRecord(std::string_view sVrex, std::string_view sName);
+    void ForgetRecord(const ToolRecord& tool);
     void RemoveItemsOfTool(std::string_view sIdentifier);
     void RemoveFromListedTools(std::string_view sName);
     void RemoveNodeOfTool(std::string_view sName);
@@ -408,6 +433,7 @@ private:
     std::int32_t m_lKnownToolCount = 0;               // Tool elements at the last count
     std::uint64_t m_lCatalogueCounts = 0;             // how often that was stored
     bool m_bShowAllTools = false;                     //
+    std::vector<ShownButton> m_aShownButtons;         // the toolbar's, as they were built last
 
     // state of options
     std::unique_ptr<OptionsDocument> m_oOptionsDoc; // null until first needed

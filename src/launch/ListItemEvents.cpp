@@ -4,6 +4,8 @@
 #include "core/ToolMain.h"
 #include "core/contract/EventShapes.h"
 
+#include <exception>
+
 namespace kvtm {
 
 namespace eventKind = arvon::eventKind;
@@ -23,7 +25,7 @@ void ToolMain::HandleListItemEvent(const EventRef& event) {
                       ParameterValue(*event, eventParameter::Checked).ToBoolean());
             break;
         case eventKind::Opened:
-            if (SelectedTool()) LaunchListedTool(TextParameter(*event, eventParameter::Text));
+            OpenRow(TextParameter(*event, eventParameter::Text));
             break;
         case eventKind::ColumnClicked:
             if (objectType == "IColumnHeader") {
@@ -37,13 +39,24 @@ void ToolMain::HandleListItemEvent(const EventRef& event) {
     });
 }
 
+void ToolMain::OpenRow(std::string_view sText) {
+    if (sText.empty() || !SelectedTool()) return;
+    if (const ToolRecord tool = ToolOfRow(sText)) {
+        LaunchShownTool(tool);
+    } else {
+        LaunchToolByName(sText); // which tells the user
+    }
+}
+
+// The file may refuse: the record is changed all the same, and the listed tools follow it.
 void ToolMain::KeepCheck(std::string_view sText, bool bChecked) {
     m_sCurrentTool = sText;
-    arvon::IToolRecords& tools = m_oFramework->Tools();
-    const ToolRecord tool = tools.Item(m_sCurrentTool);
+    const ToolRecord tool = ToolOfRow(sText);
     if (!tool) return;
     tool->Set(property::ShowInList, base::Value(bChecked));
-    tools.Save();
+    const std::exception_ptr unsaved = Caught([&] { m_oFramework->Tools().Save(); });
+    RelistTools();
+    if (unsaved) std::rethrow_exception(unsaved);
 }
 
 } // namespace kvtm

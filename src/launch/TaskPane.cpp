@@ -52,7 +52,7 @@ void ToolMain::HandleTaskEvent(const EventRef& event) {
 }
 
 void ToolMain::Task_LaunchTool(const EventRef&) {
-    if (const ToolRecord tool = SelectedTool()) LaunchListedTool(tool->Get(property::Name).ToText());
+    if (const ToolRecord tool = SelectedTool()) LaunchShownTool(tool);
 }
 
 void ToolMain::Task_RemoveTool(const EventRef&) {
@@ -70,7 +70,7 @@ void ToolMain::Task_EditTool(const EventRef&) {
     BringToolsTabForward();
     RemoveNodeOfTool(nameBefore);
     BuildToolNodes(view::ToolsNode, true);
-    RebuildMenusOfShownTools();
+    RebuildToolMenus(!m_bShowAllTools);
     RefreshToolsNode(true); // selecting alone asks for no rows where the node is in front already
 }
 
@@ -88,13 +88,8 @@ void ToolMain::Task_ShowAll(const EventRef&) {
     if (!state) throw OwnError(5, "HandleTaskEvent", "the task pane \"tvTools\" has no task \"tskShowAll\"");
     m_bShowAllTools = *state;
     LoadToolsCollection();
-    RebuildMenusOfShownTools();
-    LoadTools(view::ToolsNode, !m_bShowAllTools);
-}
-
-void ToolMain::RebuildMenusOfShownTools() {
     RebuildToolMenus(!m_bShowAllTools);
-    if (!m_colLoadedTools.IsEmpty()) SetMenus(false); // the new items too wait for the Vantor's end
+    LoadTools(view::ToolsNode, !m_bShowAllTools);
 }
 
 } // namespace kvtm

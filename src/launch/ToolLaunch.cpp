@@ -31,7 +31,7 @@ private:
 
 } // namespace
 
-std::string ToolMain::LaunchTool(const RequestRef& request) {
+std::string ToolMain::LaunchTool(const RequestRef& request, const ToolRecord& shown) {
     return Guarded("LaunchTool", std::string(launched), [&] {
         const std::string sToolName = request ? TextParameter(*request, parameter::ToolName) : std::string();
         if (!sToolName.empty()) m_sLastNodeKey = sToolName;
@@ -43,7 +43,7 @@ std::string ToolMain::LaunchTool(const RequestRef& request) {
             BringToolsTabForward();
             return std::string(launched);
         }
-        const ToolRecord tool = FindToolToLaunch();
+        const ToolRecord tool = shown ? shown : FindToolToLaunch();
         if (!tool) return std::string(launched);
         const std::string sVrex = tool->Get(property::Vrex).ToText();
         if (m_bBusy || FindLoadedTool(sVrex)) {
@@ -59,14 +59,19 @@ std::string ToolMain::LaunchTool(const RequestRef& request) {
 }
 
 std::string ToolMain::LaunchToolByName(std::string_view sToolName) {
-    const RequestRef request = NewRequest(request::LaunchTool);
-    AddText(request->Parameters(), parameter::ToolName, sToolName);
-    return LaunchTool(request);
+    return LaunchTool(NewLaunchRequest(sToolName));
 }
 
 // Without a name the request would mean the tool of the last node.
-void ToolMain::LaunchListedTool(std::string_view sToolName) {
-    if (!sToolName.empty()) LaunchToolByName(sToolName);
+void ToolMain::LaunchShownTool(const ToolRecord& tool) {
+    const std::string sName = tool->Name();
+    if (!sName.empty()) LaunchTool(NewLaunchRequest(sName), tool);
+}
+
+RequestRef ToolMain::NewLaunchRequest(std::string_view sToolName) {
+    RequestRef request = NewRequest(request::LaunchTool);
+    AddText(request->Parameters(), parameter::ToolName, sToolName);
+    return request;
 }
 
 // A tool's node has the tool's name as its key: the name finds the record of a tool without a node too.
@@ -74,7 +79,7 @@ ToolRecord ToolMain::FindToolToLaunch() {
     const bool noToolSelected = m_sLastNodeKey.empty() || m_sLastNodeKey == view::ToolsNode;
     if (noToolSelected) SelectToolsNode(); // the host may answer with a node event that tells another key
 
-    ToolRecord tool = m_oFramework->Tools().Item(m_sLastNodeKey);
+    ToolRecord tool = ToolOfNode(m_sLastNodeKey);
     if (!tool) {
         const char* advice = noToolSelected
                                  ? "Please try running the program directly from the Start Menu to "
@@ -121,7 +126,10 @@ std::string ToolMain::LaunchInProcess(const ToolRecord& tool) {
 std::string ToolMain::LoadThroughHost(const ToolRecord& tool) {
     // A nested delivery may select another node meanwhile: what is recorded is what was loaded.
     const std::string sName = m_sLastNodeKey;
-    if (!m_oFramework->Loader().Load(sName, shared_from_this())) {
+    // of several records with the name the loader would take the first
+    const std::string sVrex = tool->Get(property::Vrex).ToText();
+    const bool isFirst = sVrex.empty() || m_oFramework->Tools().Item(sName) == tool;
+    if (!m_oFramework->Loader().Load(isFirst ? sName : sVrex, shared_from_this())) {
         m_oFramework->ShowMessage(LoadResString(40) + "\r\n\t" + LoadResString(47) +
                                       tool->Get(property::Name).ToText(),
                                   boxStyle::Plain, Title);

@@ -28,10 +28,10 @@ void ToolMain::RemoveTool(std::string_view sVrex, std::string_view sName, std::s
 }
 
 void ToolMain::ForgetRemovedTool(std::string_view sVrex, std::string_view sName) {
-    const ToolRecord tool = ToolOfVrex(sVrex);
+    const ToolRecord tool = FindTool(sVrex, sName);
     if (tool && tool->Name() == sName) {
         RemoveItemsOfTool(tool->Get(property::Identifier).ToText());
-        ForgetRecord(sVrex, sName);
+        ForgetRecord(tool);
     }
     RemoveFromListedTools(sName);
     LoadTools(view::ToolsNode, false);
@@ -39,11 +39,9 @@ void ToolMain::ForgetRemovedTool(std::string_view sVrex, std::string_view sName)
     RefreshToolsNode(true);
 }
 
-// The host finds a record by its name: where several have it, another tool's is left alone.
-void ToolMain::ForgetRecord(std::string_view sVrex, std::string_view sName) {
+void ToolMain::ForgetRecord(const ToolRecord& tool) {
     arvon::IToolRecords& tools = m_oFramework->Tools();
-    if (tools.Item(sName)->Get(property::Vrex).ToText() != sVrex) return;
-    tools.Remove(sName);
+    tools.Remove(tool);
     Guarded("RemoveTool", [&] { tools.Save(); }); // the view follows even when the file cannot
 }
 

@@ -1,5 +1,7 @@
 #include "tests/catalogue/PresentationTest.h"
 
+#include "core/contract/EventShapes.h"
+
 namespace kvtm::test {
 
 class MenusAndButtons : public PresentationTest {
@@ -155,12 +157,58 @@ TEST_F(MenusAndButtons, GiveAShortIdentifierWholeAsPicture) {
     EXPECT_EQ(Button("btnX").picture, "X");
 }
 
-TEST_F(MenusAndButtons, ReportAButtonThatCannotBeFinishedAndPlaceTheNextBehindIt) {
+TEST_F(MenusAndButtons, TakeAwayAButtonThatCannotBeFinished) {
     LoadWith({{.name = "A", .identifier = "AAA"}, {.name = "B", .identifier = "BBB"}});
-    host->FailNext("Button.SetToolTip");
+    const Texts whole = ButtonKeys();
+    constexpr std::size_t firstTool = 1; // behind the separator
+    for (const char* operation :
+         {"Button.SetVisible", "Button.SetPicture", "Button.SetOwner", "Button.SetToolTip"}) {
+        const bool hasSeparator = operation != std::string_view("Button.SetPicture") &&
+                                  operation != std::string_view("Button.SetToolTip");
+        host->FailNext(operation, 1, hasSeparator ? firstTool : 0);
+        Probe().RebuildToolMenus(true);
+        EXPECT_EQ(ClaimReport("AddButton").description, std::string(operation) + " failed");
+        EXPECT_EQ(ButtonKeys(), (Texts{"KvTM10_Sep1", "btnBBB", "KvTM10_Sep2"})) << operation;
+        Probe().RebuildToolMenus(true);
+        EXPECT_EQ(ButtonKeys(), whole) << "and nothing is left of it: " << operation;
+    }
+}
+
+TEST_F(MenusAndButtons, TakeAwayASeparatorThatCannotBeFinished) {
+    LoadWith({{.name = "A", .identifier = "AAA"}});
+    const Texts whole = ButtonKeys();
+    for (const char* operation : {"Button.SetOwner", "Button.SetVisible"}) {
+        host->FailNext(operation);
+        Probe().RebuildToolMenus(true);
+        EXPECT_EQ(ClaimReport("RebuildToolMenus").description, std::string(operation) + " failed");
+        EXPECT_EQ(ButtonKeys(), Texts{}) << operation;
+        Probe().RebuildToolMenus(true);
+        EXPECT_EQ(ButtonKeys(), whole) << operation;
+    }
+}
+
+TEST_F(MenusAndButtons, FindAnUnfinishedButtonThatCouldNotBeTakenAway) {
+    LoadWith({{.name = "A", .identifier = "AAA"}});
+    const Texts whole = ButtonKeys();
+    host->FailNext("Button.SetPicture");
+    host->FailNext("Buttons.Remove", 1, whole.size()); // behind those that the rebuild removes
     Probe().RebuildToolMenus(true);
-    EXPECT_EQ(ClaimReport("AddButton").description, "Button.SetToolTip failed");
-    EXPECT_EQ(ButtonKeys(), (Texts{"KvTM10_Sep1", "btnAAA", "btnBBB", "KvTM10_Sep2"}));
+    EXPECT_EQ(ClaimReport("AddButton").description, "Button.SetPicture failed");
+    EXPECT_EQ(Button("btnAAA").owner, "");
+    Probe().RebuildToolMenus(true);
+    EXPECT_EQ(ButtonKeys(), whole);
+    EXPECT_EQ(Button("btnAAA").owner, "KvTM10");
+}
+
+TEST_F(MenusAndButtons, LeaveNoHalfOfAContextMenu) {
+    LoadWith({{.name = "A"}});
+    Probe().BuildToolNodes("nodTools", true);
+    for (const char* operation : {"MenuItem.SetVisible", "MenuItem.SetEnabled", "MenuItems.Add"}) {
+        host->FailNext(operation);
+        Event(arvon::EventObject::Node, "tabQRV", {{"key", "A"}}, 7);
+        EXPECT_EQ(ClaimReport("HandleNodeEvent").description, std::string(operation) + " failed");
+        EXPECT_TRUE(host->Model().ContextMenu().empty()) << operation;
+    }
 }
 
 TEST_F(MenusAndButtons, ReportASeparatorThatTheMenuRefuses) {

@@ -195,7 +195,7 @@ constexpr auto invokers = std::to_array<Invoker>({
     {"Tools.Item", [](Surface& s) { s.framework.Tools().Item("Layout"); }},
     {"Tools.Item", [](Surface& s) { s.framework.Tools().Item(std::size_t{1}); }},
     {"Tools.Reload", [](Surface& s) { s.framework.Tools().Reload(); }},
-    {"Tools.Remove", [](Surface& s) { s.framework.Tools().Remove("Layout"); }},
+    {"Tools.Remove", [](Surface& s) { s.framework.Tools().Remove(s.framework.Tools().Item("Layout")); }},
     {"Tools.Save", [](Surface& s) { s.framework.Tools().Save(); }},
     {"Update", [](Surface& s) { s.framework.Update(); }},
     {"View.Control", [](Surface& s) { s.view->Control(); }},

@@ -108,7 +108,7 @@ TEST_F(LifeCycle, StartsAfreshInASecondHost) {
 
 TEST_F(LifeCycle, TakesUpAnInstallationWhereTheLastHostLeftIt) {
     OpenWith({{.name = "a"}, {.name = "b"}});
-    Framework().Tools().Remove("a");
+    Framework().Tools().Remove(Framework().Tools().Item("a"));
     Framework().Tools().Save();
     Close();
     Open();

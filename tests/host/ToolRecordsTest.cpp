@@ -120,15 +120,30 @@ TEST_F(ToolRecordsOfTheHost, OfARepeatedNameAreTakenOutOneAfterTheOther) {
     OpenWith(
         {{.name = "a", .vrex = "1"}, {.name = "b"}, {.name = "a", .vrex = "2"}, {.name = "a", .vrex = "3"}});
     for (const auto* next : {"2", "3"}) {
-        Tools().Remove("a");
+        Tools().Remove(Tools().Item("a"));
         EXPECT_EQ(Tools().Item("a")->Get("VREX").ToText(), next);
     }
-    Tools().Remove("a");
+    Tools().Remove(Tools().Item("a"));
     EXPECT_EQ(Tools().Item("a"), nullptr);
     EXPECT_THAT(Names(), ElementsAre("b"));
-    const Refusal refusal = RefusalOf([&] { Tools().Remove("a"); });
+    EXPECT_EQ(RefusalOf([&] { Tools().Remove(Tools().Item("a")); }).number, base::errors::ObjectNotSet);
+}
+
+TEST_F(ToolRecordsOfTheHost, OfARepeatedNameAreTakenOutInAnyOrder) {
+    OpenWith(
+        {{.name = "a", .vrex = "1"}, {.name = "a", .vrex = "2"}, {.name = "b"}, {.name = "a", .vrex = "3"}});
+    const auto second = Tools().Item(2);
+    Tools().Remove(second);
+    EXPECT_EQ(Tools().Item("a")->Get("VREX").ToText(), "1");
+    EXPECT_THAT(Names(), ElementsAre("a", "b", "a"));
+    const Refusal refusal = RefusalOf([&] { Tools().Remove(second); });
     EXPECT_EQ(refusal.number, base::errors::InvalidCall);
     EXPECT_EQ(refusal.description, "no tool \"a\"");
+    Tools().Remove(Tools().Item(1));
+    EXPECT_EQ(Tools().Item("a")->Get("VREX").ToText(), "3");
+    Tools().Save();
+    EXPECT_EQ(installation.Read("Arvon/Tools.xml").find("VREX=\"2\""), std::string::npos);
+    EXPECT_NE(installation.Read("Arvon/Tools.xml").find("VREX=\"3\""), std::string::npos);
 }
 
 TEST_F(ToolRecordsOfTheHost, AreFoundByTheNameThatTheyHaveByNow) {
@@ -137,8 +152,8 @@ TEST_F(ToolRecordsOfTheHost, AreFoundByTheNameThatTheyHaveByNow) {
     first->Set("Name", "b");
     EXPECT_EQ(Tools().Item("a"), nullptr);
     EXPECT_EQ(Tools().Item("b"), first);
-    Tools().Remove("b");
-    Tools().Remove("b");
+    Tools().Remove(Tools().Item("b"));
+    Tools().Remove(Tools().Item("b"));
     EXPECT_EQ(Tools().Item("b")->Get("VREX").ToText(), "second");
 }
 
@@ -188,7 +203,7 @@ TEST_F(ToolRecordsOfTheHost, AreReadAnewWhileThoseHandedOutLiveOn) {
     OpenWith({{.name = "a"}, {.name = "b"}});
     const auto held = Tools().Item("a");
     held->Set("version", "7");
-    Tools().Remove("b");
+    Tools().Remove(Tools().Item("b"));
     installation.WriteTools({{.name = "c"}, {.name = "a", .version = "2.0"}});
     Tools().Reload();
     EXPECT_THAT(Names(), ElementsAre("c", "a"));
@@ -204,7 +219,7 @@ TEST_F(ToolRecordsOfTheHost, StayAsTheyWereWhenTheFileBrokeMeanwhile) {
     OpenWith({{.name = "a"}, {.name = "b"}, {.name = "c"}});
     const auto held = Tools().Item("a");
     held->Set("version", "7");
-    Tools().Remove("b");
+    Tools().Remove(Tools().Item("b"));
     installation.Write("Arvon/Tools.xml", "<Tools>\n<Tool");
     Tools().Reload();
     EXPECT_THAT(Names(), ElementsAre("a", "c"));

@@ -74,17 +74,17 @@ TEST_F(ToolsSave, EscapesWhatItWrites) {
 }
 
 TEST_F(ToolsSave, TakesARemovedToolOutWithItsLine) {
-    Tools().Remove("Gamma");
+    Tools().Remove(Tools().Item("Gamma"));
     Tools().Save();
     EXPECT_EQ(Text(), With("      <Tool Name=\"Gamma\" VREX=\"G1\"/>\n", ""));
-    Tools().Remove("Delta"); // which does not stand alone on its line
+    Tools().Remove(Tools().Item("Delta")); // which does not stand alone on its line
     Tools().Save();
     EXPECT_EQ(Text(), With("<Tool Name=\"Delta\" VREX=\"D1\"/>", "",
                            With("      <Tool Name=\"Gamma\" VREX=\"G1\"/>\n", "")));
 }
 
 TEST_F(ToolsSave, KeepsAToolThatStandsInsideARemovedOne) {
-    Tools().Remove("Beta");
+    Tools().Remove(Tools().Item("Beta"));
     Tools().Save();
     Tools().Reload();
     EXPECT_EQ(Tools().Item("Beta"), nullptr);
@@ -94,8 +94,8 @@ TEST_F(ToolsSave, KeepsAToolThatStandsInsideARemovedOne) {
 }
 
 TEST_F(ToolsSave, RemovesAndChangesTogether) {
-    Tools().Remove("Beta");
-    Tools().Remove("Gamma");
+    Tools().Remove(Tools().Item("Beta"));
+    Tools().Remove(Tools().Item("Gamma"));
     Tools().Item("Delta")->Set("Name", "Epsilon");
     Tools().Save();
     Tools().Reload();
@@ -111,14 +111,14 @@ TEST_F(ToolsSave, FindsARenamedToolAgainAndAgain) {
         Tools().Save();
         EXPECT_THAT(Text(), HasSubstr("Name='" + std::string(name) + "'   VREX=\"" + name + "\""));
     }
-    Tools().Remove("Three");
+    Tools().Remove(Tools().Item("Three"));
     Tools().Save();
     EXPECT_THAT(Text(), testing::Not(HasSubstr("Three")));
 }
 
 TEST_F(ToolsSave, KeepsWhatSomebodyElseWroteMeanwhile) {
     Tools().Item("Alpha")->Set("version", "2");
-    Tools().Remove("Delta");
+    Tools().Remove(Tools().Item("Delta"));
     installation.Write("Arvon/Tools.xml", With("<Group>", "<Tool Name=\"New\"/><Group>"));
     Tools().Save();
     EXPECT_EQ(Text(), With("version=\"1\"", "version=\"2\"",
@@ -128,7 +128,7 @@ TEST_F(ToolsSave, KeepsWhatSomebodyElseWroteMeanwhile) {
 
 TEST_F(ToolsSave, TellsOfAChangedToolThatTheFileHoldsNoMore) {
     Tools().Item("Alpha")->Set("version", "2");
-    Tools().Remove("Delta");
+    Tools().Remove(Tools().Item("Delta"));
     installation.Write("Arvon/Tools.xml", "<Tools><Tool Name=\"Beta\" VREX=\"B1\"/></Tools>");
     Tools().Save();
     EXPECT_EQ(Text(), "<Tools><Tool Name=\"Beta\" VREX=\"B1\"/></Tools>");
@@ -139,7 +139,7 @@ TEST_F(ToolsSave, TellsOfAChangedToolThatTheFileHoldsNoMore) {
 TEST_F(ToolsSave, TellsRepeatedToolsApartByTheirOrder) {
     OpenWith({{.name = "a", .version = "1"}, {.name = "a", .version = "2"}, {.name = "a", .version = "3"}});
     Tools().Item(3)->Set("version", "33");
-    Tools().Remove("a"); // the first
+    Tools().Remove(Tools().Item("a")); // the first
     Tools().Save();
     Tools().Reload();
     ASSERT_EQ(Tools().Count(), 2u);

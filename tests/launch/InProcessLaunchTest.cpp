@@ -92,6 +92,16 @@ TEST_F(InProcessLaunch, KeepsTheToolItemsDisabledUntilTheVantorIsUnloaded) {
     EXPECT_EQ(EnabledToolItems(), (Strings{"mnuBMF21", "mnuWRM34", "mnuUNI07", "mnuToolsSep1"}));
 }
 
+TEST_F(InProcessLaunch, KeepsTheToolItemsDisabledThroughALoadOfTheComponentUnderAVantor) {
+    LoadVantors();
+    Launch("Beam");
+    host->Unload();
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(EnabledToolItems(), Strings{});
+    host->UnloadTool("Beam");
+    EXPECT_EQ(EnabledToolItems(), (Strings{"mnuBMF21", "mnuWRM34", "mnuUNI07", "mnuToolsSep1"}));
+}
+
 TEST_F(InProcessLaunch, ForgetsTheFirstEntryOfAnUnloadedVantorInAnyLetterCase) {
     LoadVantors();
     Launch("Beam");

@@ -32,6 +32,19 @@ TEST_F(ListItemEvents, KeepACheckInTheCatalogue) {
     EXPECT_TRUE(SavedAsListed("B"));
 }
 
+TEST_F(ListItemEvents, ListTheToolsThatAreCheckedInTheStoredOrder) {
+    LoadSuiteInFront({{.name = "B", .identifier = "BBB"}, {.name = "A", .identifier = "AAA"}});
+    const Strings items = EnabledToolItems();
+    ForgetCalls();
+    host->ListItemEvent("lvTools", "A", checked, false);
+    EXPECT_EQ(ListedNames(), Strings{"B"});
+    EXPECT_EQ(RowTexts(), (Strings{"A", "B"})) << "what is shown waits for its next building";
+    EXPECT_EQ(EnabledToolItems(), items);
+    EXPECT_TRUE(CallsOf("Node.Select").empty());
+    host->ListItemEvent("lvTools", "A", checked, true);
+    EXPECT_EQ(ListedNames(), (Strings{"A", "B"}));
+}
+
 TEST_F(ListItemEvents, DoNotMakeACheckedToolTheLastNode) {
     LoadSuiteInFront({{.name = "A"}, {.name = "B"}});
     Probe().LastNodeKey() = "A";
@@ -67,6 +80,9 @@ TEST_F(ListItemEvents, ReportACatalogueThatCannotBeSaved) {
     host->FailNext("Tools.Save");
     host->ListItemEvent("lvTools", "A", checked, false);
     EXPECT_EQ(ClaimReport("HandleListItemEvent").description, "Tools.Save failed");
+    EXPECT_EQ(ListedNames(), Strings{}) << "the record is changed all the same";
+    host->Framework()->Tools().Save();
+    EXPECT_FALSE(SavedAsListed("A")) << "and the next save keeps it";
 }
 
 TEST_F(ListItemEvents, LaunchAProgramThatIsOpened) {

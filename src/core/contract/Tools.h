@@ -34,8 +34,8 @@ public:
     virtual std::shared_ptr<IToolRecord> Item(std::size_t position) const = 0;
     /// The first record of that name (exact); null when there is none.
     virtual std::shared_ptr<IToolRecord> Item(std::string_view name) const = 0;
-    /// Takes the first record of that name out. Throws InvalidCall for an unknown name.
-    virtual void Remove(std::string_view name) = 0;
+    /// Takes the record out. Throws InvalidCall for one that is not in the collection.
+    virtual void Remove(const std::shared_ptr<IToolRecord>& record) = 0;
     /// Writes the collection to Tools.xml in one step.
     virtual void Save() = 0;
     /// Reads Tools.xml again; records already handed out live on unchanged.
