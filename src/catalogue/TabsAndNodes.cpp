@@ -5,6 +5,9 @@
 #include "core/ToolMain.h"
 #include "core/contract/EventShapes.h"
 
+#include <string>
+#include <unordered_set>
+
 namespace kvtm {
 
 namespace eventKind = arvon::eventKind;
@@ -90,6 +93,8 @@ void ToolMain::BuildToolNodes(std::string_view parentKey, bool useListedTools) {
         if (!parent) return;
 
         if (!useListedTools) m_colListedTools = std::make_unique<ToolCollection>();
+        arvon::INodes& nodes = parent->Nodes();
+        std::unordered_set<std::string> made;
         for (const ToolRecord& tool : ToolsInOrder(useListedTools)) {
             // The show-all switch is the list's concern: nodes are for what is meant to be listed.
             constexpr bool showAllTools = false;
@@ -97,11 +102,16 @@ void ToolMain::BuildToolNodes(std::string_view parentKey, bool useListedTools) {
             const std::string name = tool->Name();
             if (!useListedTools) m_colListedTools->Add(tool, name);
             if (name.empty()) continue; // a node without a key could not be found again
-            arvon::INodes& nodes = parent->Nodes();
             if (nodes.Item(name)) nodes.Remove(name);
             const std::shared_ptr<arvon::INode> node = nodes.Add(name, Self, 3, name, nullptr, true, 0);
+            made.insert(name);
             node->SetImage(toolImage);
             node->SetViewKey(view::ToolProperties);
+        }
+        // ours that are left are of tools that are no longer listed; all others stand behind them
+        for (std::size_t position = nodes.Count() - made.size(); position >= 1; --position) {
+            const std::shared_ptr<arvon::INode> node = nodes.Item(position);
+            if (node->Owner() == Self) nodes.Remove(node->Key());
         }
     });
 }

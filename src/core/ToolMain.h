@@ -401,7 +401,6 @@ private:
     void ForgetRecord(const ToolRecord& tool);
     void RemoveItemsOfTool(std::string_view sIdentifier);
     void RemoveFromListedTools(std::string_view sName);
-    void RemoveNodeOfTool(std::string_view sName);
 
     // launch/UpdatesView.cpp
     void OpenUpdateToolsView();

@@ -4,6 +4,7 @@
 #include "core/contract/EventShapes.h"
 
 #include <algorithm>
+#include <exception>
 #include <iterator>
 
 namespace kvtm {
@@ -65,10 +66,11 @@ void ToolMain::Task_RemoveTool(const EventRef&) {
 void ToolMain::Task_EditTool(const EventRef&) {
     const ToolRecord tool = SelectedTool();
     if (!tool) return;
-    const std::string nameBefore = tool->Name();
-    m_oFramework->Tools().Edit(tool, "HandleTaskEvent");
+    // an edit that could not be saved has changed the record all the same
+    const std::exception_ptr unsaved = Caught([&] { m_oFramework->Tools().Edit(tool, "HandleTaskEvent"); });
+    RelistTools();
+    if (unsaved) std::rethrow_exception(unsaved);
     BringToolsTabForward();
-    RemoveNodeOfTool(nameBefore);
     BuildToolNodes(view::ToolsNode, true);
     RebuildToolMenus(!m_bShowAllTools);
     RefreshToolsNode(true); // selecting alone asks for no rows where the node is in front already

@@ -34,8 +34,10 @@ void ToolMain::ForgetRemovedTool(std::string_view sVrex, std::string_view sName)
         ForgetRecord(tool);
     }
     RemoveFromListedTools(sName);
+    RelistTools(); // a tool that had to stand back behind this one may be listed now
+    BuildToolNodes(view::ToolsNode, true);
+    RebuildToolMenus(!m_bShowAllTools);
     LoadTools(view::ToolsNode, false);
-    RemoveNodeOfTool(sName);
     RefreshToolsNode(true);
 }
 
@@ -47,12 +49,15 @@ void ToolMain::ForgetRecord(const ToolRecord& tool) {
 
 void ToolMain::RemoveItemsOfTool(std::string_view sIdentifier) {
     if (sIdentifier.empty()) return; // such a tool has none
-    const std::string buttonKey = std::string(button::ToolPrefix) + std::string(sIdentifier);
-    if (m_oFramework->Buttons().Item(buttonKey)) m_oFramework->Buttons().Remove(buttonKey);
-
-    const std::string itemKey = std::string(menu::ToolPrefix) + std::string(sIdentifier);
-    const std::shared_ptr<arvon::IMenu> toolsMenu = m_oFramework->Menus().Item(menu::Tools);
-    if (toolsMenu && toolsMenu->Items().Item(itemKey)) toolsMenu->Items().Remove(itemKey);
+    Guarded("RemoveTool", [&] {
+        const std::string buttonKey = std::string(button::ToolPrefix) + std::string(sIdentifier);
+        if (m_oFramework->Buttons().Item(buttonKey)) m_oFramework->Buttons().Remove(buttonKey);
+    });
+    Guarded("RemoveTool", [&] {
+        const std::string itemKey = std::string(menu::ToolPrefix) + std::string(sIdentifier);
+        const std::shared_ptr<arvon::IMenu> toolsMenu = m_oFramework->Menus().Item(menu::Tools);
+        if (toolsMenu && toolsMenu->Items().Item(itemKey)) toolsMenu->Items().Remove(itemKey);
+    });
 }
 
 void ToolMain::RemoveFromListedTools(std::string_view sName) {
@@ -63,12 +68,6 @@ void ToolMain::RemoveFromListedTools(std::string_view sName) {
             return;
         }
     }
-}
-
-void ToolMain::RemoveNodeOfTool(std::string_view sName) {
-    const std::shared_ptr<arvon::ITab> tab = m_oFramework->Tabs().Item(view::Navigator);
-    const std::shared_ptr<arvon::INode> toolsNode = tab ? tab->FindNode(view::ToolsNode) : nullptr;
-    if (toolsNode && toolsNode->Nodes().Item(sName)) toolsNode->Nodes().Remove(sName);
 }
 
 } // namespace kvtm

@@ -78,6 +78,23 @@ TEST_F(TabsAndNodes, KeepOneNodeForListedToolsOfOneName) {
     EXPECT_EQ(NodeKeys(), Texts{"A"});
 }
 
+TEST_F(TabsAndNodes, GoWhenTheirToolIsNoLongerListed) {
+    LoadWith({{.name = "A"}, {.name = "B"}, {.name = "C"}});
+    Node("tabQRV", "nodTools", eventKind::Expanded);
+    host->Framework()
+        ->Tabs()
+        .Item("tabQRV")
+        ->FindNode("nodTools")
+        ->Nodes()
+        .Add("Foreign", "Other", 3, "", nullptr, true, 0);
+    ASSERT_EQ(NodeKeys(), (Texts{"A", "B", "C", "Foreign"}));
+    installation.WriteTools({{.name = "C"}, {.name = "D"}});
+    ProcessEnded("BuildToolXML_Arvon11.exe", 9);
+    ClaimBox();
+    Node("tabQRV", "nodTools", eventKind::Expanded);
+    EXPECT_EQ(NodeKeys(), (Texts{"Foreign", "C", "D"}));
+}
+
 TEST_F(TabsAndNodes, AreNotMadeForToolsWithoutAName) {
     LoadWith({{.name = "Pipes"}, {.name = "", .vrex = "V1"}, {.name = "", .vrex = "V2"}});
     for (int round = 0; round < 3; ++round) {

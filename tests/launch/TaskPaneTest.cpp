@@ -120,6 +120,49 @@ TEST_F(TaskPane, ShowsAnEditedProgramAsItIsNow) {
     End(ProcessOf("Tobr43"));
 }
 
+TEST_F(TaskPane, FollowsAnEditThatHidesOrShowsAProgram) {
+    CatalogueTool layout = LongRunning("Layout", "Tobr43");
+    layout.identifier = "LAY01";
+    CatalogueTool plot = LongRunning("Plot", "Tobr44");
+    plot.identifier = "PLO01";
+    arvon::host::Hooks hooks;
+    hooks.editRecord = [](arvon::IToolRecord& record) {
+        record.Set("ShowInList", base::Value(!record.ShowInList()));
+        return true;
+    };
+    LoadWith({plot, layout}, std::move(hooks));
+    host->NodeEvent("tabQRV", "nodTools", arvon::eventKind::Expanded);
+    host->NodeEvent("tabQRV", "nodTools");
+    host->SelectRow("lvTools", "Layout");
+    Task("tskEditTool");
+    EXPECT_EQ(ListedNames(), Strings{"Plot"});
+    EXPECT_EQ(RowTexts(), Strings{"Plot"});
+    EXPECT_EQ(NodeKeys(), Strings{"Plot"});
+    EXPECT_EQ(EnabledToolItems(), (Strings{"mnuPLO01", "mnuToolsSep1"}));
+
+    host->ClickTask("tskShowAll");
+    host->SelectRow("lvTools", "Layout");
+    Task("tskEditTool");
+    EXPECT_EQ(ListedNames(), (Strings{"Layout", "Plot"})) << "in the stored order";
+    EXPECT_EQ(NodeKeys(), (Strings{"Layout", "Plot"}));
+    EXPECT_EQ(EnabledToolItems(), (Strings{"mnuPLO01", "mnuLAY01", "mnuToolsSep1"})) << "all, as they stand";
+}
+
+TEST_F(TaskPane, ListsWhatAnUnsavedEditChanged) {
+    arvon::host::Hooks hooks;
+    hooks.editRecord = [&](arvon::IToolRecord& record) {
+        record.Set("ShowInList", base::Value(false));
+        std::filesystem::remove(installation.File("Arvon/Tools.xml"));
+        return true;
+    };
+    LoadWith({{.name = "A"}, {.name = "B"}}, std::move(hooks));
+    host->NodeEvent("tabQRV", "nodTools");
+    host->SelectRow("lvTools", "A");
+    Task("tskEditTool");
+    ClaimReport("HandleTaskEvent");
+    EXPECT_EQ(ListedNames(), Strings{"B"});
+}
+
 TEST_F(TaskPane, ReportsAnEditorThatFails) {
     LoadSuiteInFront({LongRunning("Layout", "Tobr43")});
     host->SelectRow("lvTools", "Layout");
@@ -188,6 +231,31 @@ TEST_F(TaskPane, KeepsTheNewItemsDisabledWhileAVantorIsLoaded) {
     Launch("Beam");
     host->ClickTask("tskShowAll");
     EXPECT_EQ(EnabledToolItems(), Strings{});
+}
+
+TEST_F(TaskPane, KeepsTheNewItemsDisabledWhileAProgramIsBeingLoaded) {
+    LoadSuiteInFront({{.name = "Units",
+                       .vrex = "Qx07",
+                       .identifier = "UNI07",
+                       .path = Put(UNITS_LIBRARY, "Qx07/Qx07.dll")}});
+    /// A user who does not wait for the load.
+    struct Impatient : arvon::host::IObserver {
+        explicit Impatient(arvon::host::ReferenceHost& of) : host_(of) { host_.Subscribe(*this); }
+        ~Impatient() override { host_.Unsubscribe(*this); }
+        void OnCall(const arvon::host::CallRecord& call) override {
+            if (call.operation != "Loader.Load") return;
+            host_.ClickTask("tskShowAll");
+            const auto menus = host_.Model().Menus();
+            for (const auto& menu : menus)
+                for (const auto& item : menu.items)
+                    if (item.key == "mnuUNI07") enabled.push_back(item.enabled);
+        }
+        arvon::host::ReferenceHost& host_;
+        std::vector<bool> enabled;
+    } user(*host);
+    Launch("Units");
+    EXPECT_EQ(user.enabled, std::vector<bool>{false});
+    EXPECT_EQ(EnabledToolItems(), (Strings{"mnuUNI07", "mnuToolsSep1"})) << "no Vantor came of it";
 }
 
 TEST_F(TaskPane, ReportsAPaneThatIsGone) {

@@ -215,7 +215,7 @@ TEST_F(ToolRemoval, BringsTheViewUpToDateInOrder) {
     PutRemovalProgram();
     RemoveDemo();
     const char* steps[] = {"Buttons.Remove", "MenuItems.Remove", "Tools.Remove",
-                           "ListView.Clear", "Nodes.Remove",     "Node.Refresh"};
+                           "Nodes.Remove",   "ListView.Clear",   "Node.Refresh"};
     std::size_t from = 0;
     for (const char* step : steps) {
         const auto found = std::find_if(Calls().begin() + static_cast<std::ptrdiff_t>(from), Calls().end(),
@@ -223,18 +223,63 @@ TEST_F(ToolRemoval, BringsTheViewUpToDateInOrder) {
         ASSERT_NE(found, Calls().end()) << step << " did not come, or too early";
         from = static_cast<std::size_t>(found - Calls().begin());
     }
-    EXPECT_EQ(CallsOf("Buttons.Remove"), Strings{"Buttons.Remove(\"btnDEM01\")"});
+    EXPECT_EQ(CallsOf("Buttons.Remove").front(), "Buttons.Remove(\"btnDEM01\")");
     EXPECT_EQ(CallsOf("Node.Select").back(), "Node.Select(\"nodTools\")");
 }
 
-TEST_F(ToolRemoval, TakesOnlyTheFirstOfTwoListedToolsOfOneName) {
-    LoadTools();
+TEST_F(ToolRemoval, LeavesTheOtherOfTwoToolsOfOneName) {
+    LoadSuite({{.name = "Demo", .vrex = "X2", .identifier = "DEM02", .programType = "QUARRA"},
+               {.name = "Demo", .vrex = "X1", .identifier = "DEM01", .programType = "QUARRA"},
+               {.name = "Stay"}});
+    EXPECT_EQ(ClaimReport("LoadToolsCollection").number, base::errors::DuplicateKey);
+    host->NodeEvent("tabQRV", "nodTools");
     installation.Write("Enviro/ResultOK.txt", "");
-    const ToolRecord demo = host->Framework()->Tools().Item("Demo");
-    Probe().ListedTools().Add(demo);
     Probe().RemoveTool("X1", "Demo", "QUARRA");
     ExpectProgramMissingBox();
-    EXPECT_EQ(ListedNames(), (Strings{"Stay", "Demo"}));
+    const auto expectOnlyTheOther = [&] {
+        EXPECT_EQ(ListedNames(), (Strings{"Demo", "Stay"}));
+        ASSERT_EQ(host->Model().Tools().size(), 2u);
+        EXPECT_EQ(host->Model().Tools()[0].vrex, "X2");
+        EXPECT_TRUE(HasItem("mnuDEM02"));
+        EXPECT_TRUE(HasButton("btnDEM02"));
+        EXPECT_FALSE(HasButton("btnDEM01"));
+    };
+    expectOnlyTheOther();
+    host->ClickTask("tskShowAll");
+    expectOnlyTheOther();
+    host->Unload();
+    host->Framework()->Tools().Reload();
+    ASSERT_TRUE(Load());
+    expectOnlyTheOther();
+}
+
+TEST_F(ToolRemoval, ShowsAToolThatHadToStandBack) {
+    LoadSuite({{.name = "Demo", .vrex = "X1", .identifier = "DEM01", .programType = "QUARRA"},
+               {.name = "Demo", .vrex = "X2", .identifier = "DEM02", .programType = "QUARRA"}});
+    ClaimReport("LoadToolsCollection");
+    host->NodeEvent("tabQRV", "nodTools");
+    ASSERT_FALSE(HasButton("btnDEM02"));
+    installation.Write("Enviro/ResultOK.txt", "");
+    Probe().RemoveTool("X1", "Demo", "QUARRA");
+    ExpectProgramMissingBox();
+    EXPECT_EQ(ListedNames(), Strings{"Demo"});
+    EXPECT_EQ(NodeKeys(), Strings{"Demo"});
+    EXPECT_TRUE(HasItem("mnuDEM02"));
+    EXPECT_TRUE(HasButton("btnDEM02"));
+    EXPECT_FALSE(HasButton("btnDEM01"));
+}
+
+TEST_F(ToolRemoval, GoesOnWhereButtonOrMenuItemStay) {
+    for (const char* operation : {"Buttons.Item", "Buttons.Remove", "Menus.Item", "MenuItems.Remove"}) {
+        LoadTools();
+        installation.Write("Enviro/ResultOK.txt", "");
+        host->FailNext(operation);
+        Probe().RemoveTool("X1", "Demo", "QUARRA");
+        ExpectProgramMissingBox();
+        EXPECT_EQ(ClaimReport("RemoveTool").description, std::string(operation) + " failed");
+        ExpectDemoGone();
+        host.reset();
+    }
 }
 
 TEST_F(ToolRemoval, LeavesTheEntryOfAnotherToolOfThatName) {
