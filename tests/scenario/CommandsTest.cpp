@@ -258,8 +258,8 @@ TEST_F(Commands, RefuseKeepsAToolOutUnderAnyOfItsNames) {
 }
 
 TEST_F(Commands, LanguageIsTheAnswerToTheNextSwitchAlone) {
-    const std::string update = "request UpdateOptions 'Options=<Options><Option><Name>cmbLanguage</Name>"
-                               "<Value>LANGUAGE</Value></Option></Options>'\n";
+    const std::string update = "request UpdateOptions 'Options=<Options><Tool ID=\"SOV02\"><Option>"
+                               "<Name>cmbLanguage</Name><Value>LANGUAGE</Value></Option></Tool></Options>'\n";
     const auto updateTo = [&](const std::string& language) {
         std::string request = update;
         return request.replace(request.find("LANGUAGE"), 8, language);
