@@ -40,47 +40,73 @@ private:
     std::size_t at_ = 0;
 };
 
-/// For digits that no double can hold: whether they are too large, and not too small. `digits` has the form
-/// that from_chars takes.
-bool IsBeyondDoubles(std::string_view digits) {
-    const std::size_t exponentAt = digits.find('e');
-    const std::string_view mantissa = digits.substr(0, exponentAt);
-    const std::size_t firstDigit = mantissa.find_first_of("123456789");
-    if (firstDigit == std::string_view::npos) return false;
-    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
-    const auto magnitude = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(firstDigit);
-    if (exponentAt == std::string_view::npos) return magnitude > 0;
-    std::string_view exponentText = digits.substr(exponentAt + 1);
-    if (exponentText.starts_with('+')) exponentText.remove_prefix(1);
-    std::int64_t exponent = 0;
-    const auto result =
-        std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
-    if (result.ec == std::errc::result_out_of_range) return !exponentText.starts_with('-');
-    return exponent > -magnitude;
-}
-
-/// The value of unsigned decimal digits as they stand in a text.
-NumberScan Evaluate(std::string_view digits) {
-    std::string plain;
-    if (digits.find_first_of(",dDE") != std::string_view::npos) {
-        plain = digits;
-        std::erase(plain, ',');
-        std::replace_if(
-            plain.begin(), plain.end(), [](char each) { return each == 'd' || each == 'D' || each == 'E'; },
-            'e');
-        digits = plain;
+/// Unsigned decimal digits in the form that from_chars takes, held in place: reading a number allocates
+/// nothing. Of more digits than any double needs to be told from its neighbours, the rest counts only by
+/// whether it is zero.
+class Decimal {
+public:
+    /// Digits as they stand in a text: with a point, grouping commas and an exponent.
+    explicit Decimal(std::string_view digits) {
+        const std::size_t exponentAt = std::min(digits.find_first_of("eEdD"), digits.size());
+        bool isFraction = false;
+        for (const char each : digits.substr(0, exponentAt)) {
+            if (each == '.') isFraction = true;
+            if (IsDigit(each)) AddDigit(each, isFraction);
+        }
+        if (isMore_) {
+            digits_[count_++] = '1';
+            --exponent_;
+        }
+        if (exponentAt < digits.size()) exponent_ += ReadExponent(digits.substr(exponentAt + 1));
     }
-    NumberScan scan;
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), scan.value);
-    const bool isRefused = result.ec == std::errc::result_out_of_range;
-    scan.isTooLarge =
-        (isRefused && IsBeyondDoubles(digits)) || scan.value > std::numeric_limits<double>::max();
-    if (scan.isTooLarge)
-        scan.value = std::numeric_limits<double>::max();
-    else if (isRefused)
-        scan.value = 0;
-    return scan;
-}
+
+    /// The largest double when too large, 0 when too small for one.
+    NumberScan Evaluate() {
+        NumberScan scan;
+        // how many digits stand before the point, no exponent written
+        const std::int64_t magnitude = static_cast<std::int64_t>(count_) + exponent_;
+        constexpr std::int64_t beyondDoubles = 400;
+        if (count_ == 0 || magnitude < -beyondDoubles) return scan;
+        scan.isTooLarge = magnitude > beyondDoubles;
+        if (!scan.isTooLarge) {
+            digits_[count_] = 'e';
+            const auto end =
+                std::to_chars(digits_.data() + count_ + 1, digits_.data() + digits_.size(), exponent_).ptr;
+            const auto result = std::from_chars(digits_.data(), end, scan.value);
+            const bool isRefused = result.ec == std::errc::result_out_of_range;
+            scan.isTooLarge = (isRefused && magnitude > 0) || scan.value > std::numeric_limits<double>::max();
+            if (isRefused) scan.value = 0;
+        }
+        if (scan.isTooLarge) scan.value = std::numeric_limits<double>::max();
+        return scan;
+    }
+
+private:
+    void AddDigit(char digit, bool isFraction) {
+        const bool isLeadingZero = count_ == 0 && digit == '0';
+        const bool isHeld = !isLeadingZero && count_ < heldDigits;
+        if (isHeld) digits_[count_++] = digit;
+        isMore_ = isMore_ || (!isHeld && digit != '0');
+        if (isFraction && (isHeld || isLeadingZero)) --exponent_;
+        if (!isFraction && !isHeld && !isLeadingZero) ++exponent_;
+    }
+
+    static std::int64_t ReadExponent(std::string_view text) {
+        const bool isNegative = text.starts_with('-');
+        if (isNegative || text.starts_with('+')) text.remove_prefix(1);
+        constexpr std::int64_t enough = 1'000'000'000'000'000; // no text holds so many zeros to undo it
+        std::int64_t exponent = 0;
+        for (const char digit : text)
+            exponent = std::min(exponent * 10 + (digit - '0'), enough);
+        return isNegative ? -exponent : exponent;
+    }
+
+    static constexpr std::size_t heldDigits = 780;     // 767 decide which of two doubles is nearer
+    std::array<char, heldDigits + 1 + 1 + 20> digits_; // one that stands for the rest, 'e', the exponent
+    std::size_t count_ = 0;
+    std::int64_t exponent_ = 0;
+    bool isMore_ = false; // a digit other than 0 that is not held
+};
 
 NumberScan ScanPattern(std::string_view text) {
     const char kind = text.size() > 2 ? text[1] : '\0';
@@ -98,7 +124,7 @@ NumberScan ScanPattern(std::string_view text) {
 
 } // namespace
 
-NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) {
+NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) noexcept {
     if (text.starts_with('&')) return ScanPattern(text);
     Cursor cursor(text);
     const bool isNegative = cursor.Peek() == '-';
@@ -117,7 +143,7 @@ NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) {
             cursor.SkipDigits(DigitGrouping::Refused);
         }
     }
-    NumberScan scan = Evaluate(text.substr(begin, cursor.At() - begin));
+    NumberScan scan = Decimal(text.substr(begin, cursor.At() - begin)).Evaluate();
     scan.length = cursor.At();
     if (isNegative) scan.value = -scan.value;
     return scan;

@@ -18,8 +18,8 @@ enum class DigitGrouping { Refused, Accepted };
 /// The longest number that starts right here: an optional sign, digits with an optional point and an optional
 /// exponent (after e or d in either case), or &H and hexadecimal or &O and octal digits, which stand for the
 /// 32-bit integer of that pattern. With `grouping` commas may follow the first whole digit. Never depends on
-/// the locale; "inf", "nan" and the like are no numbers.
-NumberScan ScanNumber(std::string_view text, DigitGrouping grouping);
+/// the locale; "inf", "nan" and the like are no numbers. Needs no memory, however long the text is.
+NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) noexcept;
 
 /// True for blank, tab and line break characters.
 bool IsWhiteSpace(char character) noexcept;

@@ -147,19 +147,22 @@ TEST_P(ToDouble, Converts) {
 }
 
 using Real = Conversion<double>;
-INSTANTIATE_TEST_SUITE_P(Value, ToDouble,
-                         testing::Values(Real{{}, 0}, Real{true, -1}, Real{7, 7}, Real{2.5, 2.5},
-                                         Real{base::Date{1.25}, 1.25}, Real{"0.1", 0.1}, Real{".5", 0.5},
-                                         Real{"5.", 5}, Real{"-0", 0},
-                                         Real{"3.1415926535897932384626433832795", 3.141592653589793},
-                                         Real{"1.7976931348623157e308", 1.7976931348623157e308},
-                                         Real{"5e-324", std::numeric_limits<double>::denorm_min()},
-                                         Real{"1e-400", 0}, Real{"-1e-400", 0},
-                                         Real{"0." + std::string(400, '0') + "1e401", 1},
-                                         Real{"1" + std::string(400, '0') + "e-400", 1},
-                                         Real{"1,234.5", 1234.5}, Real{"1,2,3d2", 12300},
-                                         Real{"&HFFFFFFFF", -1}, Real{"9007199254740993", 9007199254740992},
-                                         Real{std::string(1'000'000, '0') + "1.5", 1.5}));
+INSTANTIATE_TEST_SUITE_P(
+    Value, ToDouble,
+    testing::Values(Real{{}, 0}, Real{true, -1}, Real{7, 7}, Real{2.5, 2.5}, Real{base::Date{1.25}, 1.25},
+                    Real{"0.1", 0.1}, Real{".5", 0.5}, Real{"5.", 5}, Real{"-0", 0},
+                    Real{"3.1415926535897932384626433832795", 3.141592653589793},
+                    Real{"1.7976931348623157e308", 1.7976931348623157e308},
+                    Real{"5e-324", std::numeric_limits<double>::denorm_min()}, Real{"1e-400", 0},
+                    Real{"-1e-400", 0}, Real{"0." + std::string(400, '0') + "1e401", 1},
+                    Real{"1" + std::string(400, '0') + "e-400", 1}, Real{"1,234.5", 1234.5},
+                    Real{"1,2,3d2", 12300}, Real{"&HFFFFFFFF", -1},
+                    Real{"9007199254740993", 9007199254740992},
+                    Real{"9007199254740993." + std::string(2000, '0'), 9007199254740992},
+                    Real{"9007199254740993." + std::string(2000, '0') + "1", 9007199254740994},
+                    Real{"9007199254740993" + std::string(2000, '0') + "1E-2001", 9007199254740994},
+                    Real{"1" + std::string(2000, '9') + "E-2000", 2},
+                    Real{std::string(1'000'000, '0') + "1.5", 1.5}));
 
 TEST(Value, RefusesTextsThatAreTooLargeForADouble) {
     for (const std::string& text : {"1e309"s, "-1e309"s, std::string(400, '9'), "0.001e312"s, "1d400"s})
