@@ -6,7 +6,8 @@
 
 namespace base {
 
-/// Upper-cases by the simple Unicode mappings, beyond ASCII too. Ill-formed UTF-8 is kept as it stands.
+/// Upper-cases as the system does in no particular language: letter by letter, beyond ASCII too, where lower
+/// case leads back. Ill-formed UTF-8 is kept as it stands.
 std::string UpperCase(std::string_view text);
 /// Equal when both are equal in upper case.
 bool EqualIgnoringCase(std::string_view left, std::string_view right);

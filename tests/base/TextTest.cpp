@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <map>
 #include <string>
 
 namespace {
@@ -24,17 +25,47 @@ TEST_P(UpperCase, FollowsTheSimpleMappings) {
     EXPECT_EQ(base::UpperCase(GetParam().given), GetParam().upper);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, UpperCase,
-    testing::Values(CasePair{"", ""}, CasePair{"az AZ 09 @[`{", "AZ AZ 09 @[`{"}, CasePair{"grün", "GRÜN"},
-                    CasePair{"straße", "STRAßE"}, CasePair{"ÿ", "Ÿ"}, CasePair{"÷×", "÷×"},
-                    CasePair{"µ", "Μ"}, CasePair{"āąćőž", "ĀĄĆŐŽ"}, CasePair{"ı", "I"}, CasePair{"ſ", "S"},
-                    CasePair{"ǆǅǄ", "ǄǄǄ"}, CasePair{"ƀ", "Ƀ"}, CasePair{"ɐ", "Ɐ"}, CasePair{"ŉǰ", "ŉǰ"},
-                    CasePair{"ạếỹ", "ẠẾỸ"}, CasePair{"ẞ", "ẞ"}, CasePair{"αβγςσώϊ", "ΑΒΓΣΣΏΪ"},
-                    CasePair{"ΐ", "ΐ"}, CasePair{"ἀᾀᾳ", "Ἀᾈᾼ"}, CasePair{"привет, ёжик ѓ", "ПРИВЕТ, ЁЖИК Ѓ"},
-                    CasePair{"ҋӿӏ", "ҊӾӀ"}, CasePair{"բարեւ", "ԲԱՐԵՒ"}, CasePair{"և", "և"},
-                    CasePair{"日本語 ひらがな", "日本語 ひらがな"}, CasePair{"𐐨", "𐐀"}, CasePair{"😀a", "😀A"},
-                    CasePair{"ｚ", "Ｚ"}, CasePair{"ⅷ", "Ⅷ"}, CasePair{"ⓩ", "Ⓩ"}));
+INSTANTIATE_TEST_SUITE_P(Texts, UpperCase,
+                         testing::Values(CasePair{"", ""}, CasePair{"az AZ 09 @[`{", "AZ AZ 09 @[`{"},
+                                         CasePair{"grün", "GRÜN"}, CasePair{"straße", "STRAßE"},
+                                         CasePair{"ÿ", "Ÿ"}, CasePair{"÷×", "÷×"}, CasePair{"āąćőž", "ĀĄĆŐŽ"},
+                                         CasePair{"ǆǅǄ", "ǄǅǄ"}, CasePair{"ƀ", "Ƀ"}, CasePair{"ɐ", "Ɐ"},
+                                         CasePair{"ŉǰ", "ŉǰ"}, CasePair{"ạếỹ", "ẠẾỸ"}, CasePair{"ẞ", "ẞ"},
+                                         CasePair{"αβγςσώϊ", "ΑΒΓςΣΏΪ"}, CasePair{"ΐ", "ΐ"},
+                                         CasePair{"ἀᾀᾳ", "Ἀᾈᾼ"}, CasePair{"привет, ёжик ѓ", "ПРИВЕТ, ЁЖИК Ѓ"},
+                                         CasePair{"ҋӿӏ", "ҊӾӀ"}, CasePair{"բարեւ", "ԲԱՐԵՒ"},
+                                         CasePair{"և", "և"}, CasePair{"日本語 ひらがな", "日本語 ひらがな"},
+                                         CasePair{"𐐨", "𐐀"}, CasePair{"😀a", "😀A"}, CasePair{"ｚ", "Ｚ"},
+                                         CasePair{"ⅷ", "Ⅷ"}, CasePair{"ⓩ", "Ⓩ"}));
+
+TEST(Text, KeepsLettersWhoseCapitalIsAnotherLettersInUpperCase) {
+    for (const char* letter : {"µ",   "ı",   "ſ",   "ς",   "ǅ",   "ǈ",   "ǋ",   "ǲ",   "\xCD\x85",
+                               "ϐ",   "ϑ",   "ϕ",   "ϖ",   "ϰ",   "ϱ",   "ϵ",   "ᲀ", "ᲁ",
+                               "ᲂ", "ᲃ", "ᲄ", "ᲅ", "ᲆ", "ᲇ", "ᲈ", "ẛ",   "\xE1\xBE\xBE"})
+        EXPECT_EQ(base::UpperCase(letter), letter);
+}
+
+TEST(Text, TellsTextsApartThatOnlyAForeignCapitalWouldJoin) {
+    EXPECT_FALSE(base::EqualIgnoringCase("ı", "I"));
+    EXPECT_FALSE(base::EqualIgnoringCase("Grosſ", "GROSS"));
+    EXPECT_FALSE(base::EqualIgnoringCase("5 µm", "5 μm")); // the micro sign and the Greek letter
+    EXPECT_FALSE(base::EqualIgnoringCase("λόγος", "ΛΌΓΟΣ"));
+    EXPECT_TRUE(base::EqualIgnoringCase("λόγοσ", "ΛΌΓΟΣ"));
+}
+
+TEST(Text, GivesNoTwoLettersOneCapital) {
+    std::map<std::string, char32_t> letters; // by the capital
+    for (char32_t character = 0; character < 0x20000; ++character) {
+        if (character >= 0xD800 && character < 0xE000) continue;
+        const std::string text = base::FromCodePoints(std::u32string_view(&character, 1));
+        const std::string upper = base::UpperCase(text);
+        if (upper == text) continue;
+        const auto [place, isFirst] = letters.try_emplace(upper, character);
+        ASSERT_TRUE(isFirst) << "U+" << std::hex << static_cast<unsigned>(character) << " and U+"
+                             << static_cast<unsigned>(place->second);
+    }
+    EXPECT_GT(letters.size(), 1300u);
+}
 
 TEST(Text, KeepsIllFormedBytesInUpperCase) {
     EXPECT_EQ(base::UpperCase("a\xFF\xC3z\xE2\x82"), "A\xFF\xC3Z\xE2\x82");
@@ -74,9 +105,9 @@ TEST(Text, ComparesIgnoringCase) {
 }
 
 TEST(Text, ComparesIgnoringCaseAcrossLengthsInBytes) {
-    EXPECT_TRUE(base::EqualIgnoringCase("aı", "AI"));
+    EXPECT_TRUE(base::EqualIgnoringCase("aⱥ", "AȺ"));
     EXPECT_TRUE(base::EqualIgnoringCase("ɐb", "ⱯB"));
-    EXPECT_FALSE(base::EqualIgnoringCase("aıx", "AI"));
+    EXPECT_FALSE(base::EqualIgnoringCase("aⱥx", "AȺ"));
 }
 
 TEST(Text, TrimsBlanksOnly) {
