@@ -14,14 +14,13 @@ struct NamedFormat {
     std::string_view name; // in upper case
     std::string_view picture;
 };
-// "ddddd" is the locale's short date.
 constexpr NamedFormat namedFormats[] = {
     {"GENERAL DATE", "c"},   {"LONG DATE", "dddddd"}, {"MEDIUM DATE", "dd-mmm-yy"},
     {"SHORT DATE", "ddddd"}, {"LONG TIME", "ttttt"},  {"MEDIUM TIME", "hh:nn AM/PM"},
     {"SHORT TIME", "hh:nn"},
 };
 constexpr std::string_view longDate = "dddd, mmmm d, yyyy";
-constexpr std::string_view longTime = "h:nn:ss AM/PM";
+constexpr std::string_view longTime = "h:nn:ss AMPM";
 
 char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -71,7 +70,7 @@ void DateFormat::Read(std::string_view picture) {
             const auto end =
                 std::find_if(picture.begin(), picture.end(), [&](char c) { return Lower(c) != letter; });
             used = static_cast<std::size_t>(end - picture.begin());
-            ReadRun(letter, used);
+            ReadRun(picture.substr(0, used));
         }
         picture.remove_prefix(used);
     }
@@ -123,7 +122,7 @@ std::size_t DateFormat::ReadLiteral(std::string_view picture) {
     }
 }
 
-void DateFormat::ReadRun(char letter, std::size_t length) {
+void DateFormat::ReadRun(std::string_view run) {
     struct Row {
         char letter;
         std::size_t length; // the longest run of the letter comes first
@@ -131,31 +130,26 @@ void DateFormat::ReadRun(char letter, std::size_t length) {
         int digits;
     };
     static constexpr Row rows[] = {
-        {'d', 4, Field::DayName, 1},   {'d', 3, Field::ShortDayName, 1},   {'d', 2, Field::Day, 2},
-        {'d', 1, Field::Day, 1},       {'w', 2, Field::Week, 1},           {'w', 1, Field::Weekday, 1},
-        {'m', 4, Field::MonthName, 1}, {'m', 3, Field::ShortMonthName, 1}, {'m', 2, Field::Month, 2},
-        {'m', 1, Field::Month, 1},     {'q', 1, Field::Quarter, 1},        {'y', 4, Field::Year, 4},
-        {'y', 2, Field::ShortYear, 2}, {'y', 1, Field::DayOfYear, 1},      {'h', 2, Field::Hour, 2},
-        {'h', 1, Field::Hour, 1},      {'n', 2, Field::Minute, 2},         {'n', 1, Field::Minute, 1},
-        {'s', 2, Field::Second, 2},    {'s', 1, Field::Second, 1},         {'c', 1, Field::General, 1},
+        {'d', 6, Field::LongDate, 1},       {'d', 5, Field::ShortDate, 1}, {'d', 4, Field::DayName, 1},
+        {'d', 3, Field::ShortDayName, 1},   {'d', 2, Field::Day, 2},       {'d', 1, Field::Day, 1},
+        {'w', 2, Field::Week, 1},           {'w', 1, Field::Weekday, 1},   {'m', 4, Field::MonthName, 1},
+        {'m', 3, Field::ShortMonthName, 1}, {'m', 2, Field::Month, 2},     {'m', 1, Field::Month, 1},
+        {'q', 1, Field::Quarter, 1},        {'y', 4, Field::Year, 4},      {'y', 2, Field::ShortYear, 2},
+        {'y', 1, Field::DayOfYear, 1},      {'h', 2, Field::Hour, 2},      {'h', 1, Field::Hour, 1},
+        {'n', 2, Field::Minute, 2},         {'n', 1, Field::Minute, 1},    {'s', 2, Field::Second, 2},
+        {'s', 1, Field::Second, 1},         {'t', 5, Field::LongTime, 1},  {'c', 1, Field::General, 1},
     };
-    while (length > 0) {
-        if (letter == 'd' && length >= 5) { // the locale's dates; they hold no runs this long themselves
-            const std::size_t used = length >= 6 ? 6 : 5;
-            Read(used == 6 ? longDate : std::string_view(names_.shortDate));
-            length -= used;
-            continue;
+    while (!run.empty()) {
+        const auto row = std::find_if(std::begin(rows), std::end(rows), [run](const Row& r) {
+            return r.letter == Lower(run.front()) && r.length <= run.size();
+        });
+        if (row == std::end(rows)) { // a t too few or too many
+            AddText(run);
+            return;
         }
-        if (letter == 't') {
-            length >= 5 ? Read(longTime) : AddText(std::string(length, 't'));
-            length -= std::min<std::size_t>(length, 5);
-            continue;
-        }
-        const auto row = std::find_if(std::begin(rows), std::end(rows),
-                                      [&](const Row& r) { return r.letter == letter && r.length <= length; });
         const bool minutes = row->field == Field::Month && FollowsHour();
         Add(minutes ? Field::Minute : row->field, row->digits);
-        length -= row->length;
+        run.remove_prefix(row->length);
     }
 }
 
@@ -185,16 +179,28 @@ std::string DateFormat::Format(base::Date date) const {
     std::string text;
     for (const Piece& piece : pieces_) {
         const auto number = [&](int value) { AppendNumber(text, value, piece.digits); };
+        const auto inOther = [&](std::string_view picture) {
+            text += DateFormat(picture, names_).Format(date);
+        };
         switch (piece.field) {
         case Field::Literal:
             text += piece.text;
             break;
         case Field::General: {
             const bool noTime = time.hour == 0 && time.minute == 0 && time.second == 0;
-            const bool noDay = std::trunc(date.days) == 0;
-            text += DateFormat(noTime ? "ddddd" : noDay ? "ttttt" : "ddddd ttttt", names_).Format(date);
+            const bool noDay = time.year == 1899 && time.month == 12 && time.day == 30;
+            inOther(noDay ? "ttttt" : noTime ? "ddddd" : "ddddd ttttt");
             break;
         }
+        case Field::ShortDate:
+            inOther(names_.shortDate);
+            break;
+        case Field::LongDate:
+            inOther(longDate);
+            break;
+        case Field::LongTime:
+            inOther(longTime);
+            break;
         case Field::Day:
             number(time.day);
             break;

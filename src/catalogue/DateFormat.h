@@ -41,6 +41,9 @@ private:
     enum class Field {
         Literal,
         General,
+        ShortDate,
+        LongDate,
+        LongTime,
         Day,
         ShortDayName,
         DayName,
@@ -68,7 +71,8 @@ private:
     void Read(std::string_view picture);
     std::size_t ReadHalf(std::string_view picture);
     std::size_t ReadLiteral(std::string_view picture);
-    void ReadRun(char letter, std::size_t length);
+    /// A run of one letter, in any mixture of letter cases.
+    void ReadRun(std::string_view run);
     void Add(Field field, int digits = 1);
     void AddText(std::string_view text);
     bool FollowsHour() const;

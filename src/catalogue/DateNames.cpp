@@ -1,6 +1,7 @@
 #include "base/Text.h"
 #include "catalogue/DateFormat.h"
 
+#include <algorithm>
 #include <ctime>
 #include <iterator>
 #include <locale>
@@ -29,6 +30,8 @@ std::string ShortDatePicture(const std::locale& locale) {
     probe.tm_mday = 25;
     probe.tm_wday = 2;
     std::string text = InLocale(locale, probe, 'x');
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    if (std::any_of(text.begin(), text.end(), isLetter)) return {}; // a picture would read them as fields
     text = base::Replace(text, "2003", "yyyy");
     text = base::Replace(text, "03", "yy");
     text = base::Replace(text, "11", "mm");

@@ -59,15 +59,40 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"s", "9"}, Case{"ss", "09"}, Case{"ttttt", "2:05:09 PM"},
                     Case{"c", "3/1/2024 2:05:09 PM"}, Case{"YYYY-MM-DD HH:NN", "2024-03-01 14:05"}));
 
-INSTANTIATE_TEST_SUITE_P(Combined, DatePictures,
-                         testing::Values(Case{"m/d/yyyy", "3/1/2024"}, Case{"dd.mm.yyyy", "01.03.2024"},
-                                         Case{"h:mm", "14:05"}, Case{"hh:mm:ss", "14:05:09"},
-                                         Case{"mm hh", "03 14"}, Case{"h d mm", "14 1 03"},
-                                         Case{"h:mm AM/PM", "2:05 PM"}, Case{"h am/pm", "2 pm"},
-                                         Case{"hA/P", "2P"}, Case{"h a/p", "2 p"}, Case{"h AMPM", "2 PM"},
-                                         Case{"yyyy\\y", "2024y"}, Case{"\"day \"d", "day 1"},
-                                         Case{"\"open d", "open d"}, Case{"d\\", "1"}, Case{"[d]", "[1]"},
-                                         Case{"dddd, d. mmmm yyyy", "Friday, 1. March 2024"}));
+INSTANTIATE_TEST_SUITE_P(AnyLetterCase, DatePictures,
+                         testing::Values(Case{"D", "1"}, Case{"DDDD", "Friday"}, Case{"DdDdD", "3/1/2024"},
+                                         Case{"DDDDDD", "Friday, March 1, 2024"}, Case{"W", "6"},
+                                         Case{"WW", "9"}, Case{"Mmm", "Mar"}, Case{"MMMM", "March"},
+                                         Case{"Q", "1"}, Case{"Y", "61"}, Case{"YyYy", "2024"},
+                                         Case{"H:M", "14:5"}, Case{"HH:MM:SS", "14:05:09"}, Case{"N", "5"},
+                                         Case{"TTTTT", "2:05:09 PM"}, Case{"TtTtT", "2:05:09 PM"},
+                                         Case{"C", "3/1/2024 2:05:09 PM"}, Case{"H AM/PM", "2 PM"},
+                                         Case{"h Am/Pm", "2 PM"}, Case{"h aM/pM", "2 pm"},
+                                         Case{"h ampm", "2 PM"}, Case{"GENERAL DATE", "3/1/2024 2:05:09 PM"},
+                                         Case{"medium TIME", "02:05 PM"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    StandForThemselves, DatePictures,
+    testing::Values(Case{"yyyy-mm-ddThh:nn", "2024-03-01T14:05"},
+                    Case{"yyyy-mm-ddthh:nn", "2024-03-01t14:05"}, Case{"T", "T"}, Case{"tT", "tT"},
+                    Case{"TTTt", "TTTt"}, Case{"TTTTTT", "2:05:09 PMT"}, Case{"hhThmm", "14T1405"},
+                    Case{"A", "A"}, Case{"a", "a"}, Case{"P", "P"}, Case{"A.P", "A.P"},
+                    Case{"BEFGIJKLORUVXZ befgijkloruvxz", "BEFGIJKLORUVXZ befgijkloruvxz"},
+                    Case{"'d'", "'1'"}, Case{"d, (d) [d] {d}", "1, (1) [1] {1}"}, Case{"\\T\\h\\d", "Thd"},
+                    Case{"\\\\", "\\"}, Case{"\\\"d\\\"", "\"1\""}, Case{"\"\"", ""},
+                    Case{"\"c AM/PM ttttt\" h", "c AM/PM ttttt 14"}, Case{"h \\AM/P\\M", "14 A5/PM"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Combined, DatePictures,
+    testing::Values(Case{"m/d/yyyy", "3/1/2024"}, Case{"dd.mm.yyyy", "01.03.2024"}, Case{"h:mm", "14:05"},
+                    Case{"hh:mm:ss", "14:05:09"}, Case{"mm hh", "03 14"}, Case{"h d mm", "14 1 03"},
+                    Case{"h:mm AM/PM", "2:05 PM"}, Case{"h am/pm", "2 pm"}, Case{"hA/P", "2P"},
+                    Case{"h a/p", "2 p"}, Case{"h AMPM", "2 PM"}, Case{"yyyy\\y", "2024y"},
+                    Case{"\"day \"d", "day 1"}, Case{"\"open d", "open d"}, Case{"d\\", "1"},
+                    Case{"[d]", "[1]"}, Case{"dddd, d. mmmm yyyy", "Friday, 1. March 2024"},
+                    Case{"ttttt hh", "2:05:09 PM 14"}, Case{"hh c", "14 3/1/2024 2:05:09 PM"},
+                    Case{"hh ttttt AM/PM", "02 2:05:09 PM PM"}, Case{"ddddddd", "Friday, March 1, 20241"},
+                    Case{"ttttt mm", "2:05:09 PM 03"}, Case{"hh ddddd mm", "14 3/1/2024 03"}));
 
 } // namespace
 
@@ -80,6 +105,37 @@ TEST(DateFormat, TakesNamesAndSeparatorsFromTheLocale) {
 TEST(DateFormat, LeavesOutThePartThatAGeneralDateDoesNotHave) {
     EXPECT_EQ(Formatted("c", {2024, 3, 1}), "3/1/2024");
     EXPECT_EQ(DateFormat("c", DateNames::English()).Format(base::Date{0.25}), "6:00:00 AM");
+}
+
+TEST(DateFormat, ShowsTheTimeOfDayZeroAsItsGeneralDate) {
+    const DateNames names = DateNames::English();
+    for (const char* picture : {"General Date", "c", ""}) {
+        const DateFormat format(picture, names);
+        EXPECT_EQ(format.Format(base::Date{0}), "12:00:00 AM");
+        EXPECT_EQ(format.Format(base::Value("12/30/1899")), "12:00:00 AM");
+        EXPECT_EQ(format.Format(base::Date{-0.5}), "12:00:00 PM"); // times of day zero count from midnight
+        EXPECT_EQ(format.Format(base::Date{0.9999999}), "12/31/1899");
+        EXPECT_EQ(format.Format(base::Date{1}), "12/31/1899");
+        EXPECT_EQ(format.Format(base::Date{-1}), "12/29/1899");
+    }
+}
+
+TEST(DateFormat, WritesGeneralDatesAsValuesDo) {
+    const DateNames names = DateNames::English();
+    const DateFormat format("General Date", names);
+    for (const double days :
+         {0.0, 0.25, 0.5, 0.9999999, 1.0, -1.0, -1.75, 45352.0, 45352.5, 45352.999999, 2958465.0})
+        EXPECT_EQ(format.Format(base::Date{days}), base::Value(base::Date{days}).ToText());
+}
+
+TEST(DateFormat, NamesTheHalvesOfTheDayAsTheLocaleDoes) {
+    DateNames names = German();
+    names.am = "vorm.";
+    names.pm = "nachm.";
+    EXPECT_EQ(Formatted("h AMPM", afternoon, names), "2 nachm.");
+    EXPECT_EQ(Formatted("ttttt", afternoon, names), "2:05:09 nachm.");
+    EXPECT_EQ(Formatted("Long Time", {2024, 3, 1, 8, 0, 0}, names), "8:00:00 vorm.");
+    EXPECT_EQ(Formatted("h AM/PM", afternoon, names), "2 PM");
 }
 
 TEST(DateFormat, WritesMidnightAndNoonAsTwelve) {
