@@ -55,8 +55,10 @@ public:
     /// zero is left out); Empty is "".
     std::string ToText() const&;
     std::string ToText() &&;
-    /// Text is read as ISO ("2024-03-01", "2024-03-01T14:05:00") or as month/day/year, day month-name year,
-    /// with an optional time; numbers are days.
+    /// Text is read as ISO 8601 in every form ("2024-03-01T14:05:00", "20240301", "2024-061", "2024-W09-5";
+    /// an offset is checked and left aside) or as the system's date reader does in English ("3/1/2024 2:05
+    /// PM", "1-Mar-24", "Friday, March 1, 2024", "March 2024", "3/1" in the current year); numbers, and texts
+    /// that are numbers, are days.
     Date ToDate() const;
     /// The object, null for an empty reference. TypeMismatch for any other kind.
     std::shared_ptr<Object> ToObject() const;

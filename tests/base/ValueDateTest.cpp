@@ -1,6 +1,9 @@
+#include "base/DateText.h"
 #include "base/Value.h"
 
+#include "tests/base/DateTexts.h"
 #include "tests/base/RefusalOf.h"
+#include "tests/support/ProcessorTime.h"
 
 #include <limits>
 #include <memory>
@@ -13,9 +16,7 @@ using base::CalendarTime;
 using base::Date;
 using base::Value;
 
-CalendarTime On(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
-    return {year, month, day, hour, minute, second};
-}
+using dateTexts::On;
 
 void ExpectFields(const CalendarTime& actual, const CalendarTime& expected) {
     EXPECT_EQ(actual.year, expected.year);
@@ -100,80 +101,88 @@ TEST(Calendar, KeepsEverySecondOfEveryEraItIsGiven) {
     }
 }
 
-struct DateReading {
-    const char* text;
-    CalendarTime time;
-};
+using dateTexts::DateText;
 
-void PrintTo(const DateReading& each, std::ostream* out) {
-    *out << each.text;
+class ReadDate : public testing::TestWithParam<DateText> {};
+
+TEST_P(ReadDate, IsTheSameInAValueAndInARecord) {
+    const Value text(GetParam().text);
+    ExpectFields(base::ToCalendar(text.ToDate()), GetParam().time);
+    ExpectFields(base::ToCalendar(base::ToRecordDate(text)), GetParam().time);
 }
 
-class DateText : public testing::TestWithParam<DateReading> {};
+INSTANTIATE_TEST_SUITE_P(Iso, ReadDate, testing::ValuesIn(dateTexts::isoDates));
+INSTANTIATE_TEST_SUITE_P(Classic, ReadDate, testing::ValuesIn(dateTexts::classicDates));
+INSTANTIATE_TEST_SUITE_P(Numbers, ReadDate, testing::ValuesIn(dateTexts::dayNumbers));
 
-TEST_P(DateText, IsRead) {
-    ExpectFields(base::ToCalendar(Value(GetParam().text).ToDate()), GetParam().time);
+class YearlessDate : public testing::TestWithParam<DateText> {};
+
+TEST_P(YearlessDate, IsOfTheCurrentYear) {
+    CalendarTime expected = GetParam().time;
+    expected.year = dateTexts::ThisYear();
+    ExpectFields(base::ToCalendar(Value(GetParam().text).ToDate()), expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Iso, DateText,
-                         testing::Values(DateReading{"2024-03-01", On(2024, 3, 1)},
-                                         DateReading{"2024-03-01T14:05:00", On(2024, 3, 1, 14, 5)},
-                                         DateReading{"2024-03-01T14:05", On(2024, 3, 1, 14, 5)},
-                                         DateReading{"2024-03-01 14:05:09", On(2024, 3, 1, 14, 5, 9)},
-                                         DateReading{"2024-03-01T14:05:09.25", On(2024, 3, 1, 14, 5, 9)},
-                                         DateReading{"2024-03-01T14:05:09.75", On(2024, 3, 1, 14, 5, 10)},
-                                         DateReading{"2024-3-1", On(2024, 3, 1)},
-                                         DateReading{"2024/03/01", On(2024, 3, 1)},
-                                         DateReading{"0100-01-01", On(100, 1, 1)},
-                                         DateReading{"9999-12-31", On(9999, 12, 31)},
-                                         DateReading{"  2024-03-01\t", On(2024, 3, 1)},
-                                         DateReading{"1890-03-01T06:00:00.75", On(1890, 3, 1, 6, 0, 1)}));
-INSTANTIATE_TEST_SUITE_P(
-    MonthDayYear, DateText,
-    testing::Values(DateReading{"3/1/2024", On(2024, 3, 1)}, DateReading{"03/01/2024", On(2024, 3, 1)},
-                    DateReading{"3-1-2024", On(2024, 3, 1)}, DateReading{"12/31/1999", On(1999, 12, 31)},
-                    DateReading{"13/1/2024", On(2024, 1, 13)}, DateReading{"3/1/0", On(2000, 3, 1)},
-                    DateReading{"3/1/24", On(2024, 3, 1)}, DateReading{"3/1/29", On(2029, 3, 1)},
-                    DateReading{"3/1/30", On(1930, 3, 1)}, DateReading{"3/1/99", On(1999, 3, 1)},
-                    DateReading{"3/1/2024 2:05:00 PM", On(2024, 3, 1, 14, 5)},
-                    DateReading{"3/1/2024 14:05", On(2024, 3, 1, 14, 5)},
-                    DateReading{"3/1/2024, 2 PM", On(2024, 3, 1, 14)}));
-INSTANTIATE_TEST_SUITE_P(
-    MonthNames, DateText,
-    testing::Values(DateReading{"1 March 2024", On(2024, 3, 1)}, DateReading{"1 mar 2024", On(2024, 3, 1)},
-                    DateReading{"1-Mar-24", On(2024, 3, 1)}, DateReading{"01-MAR-1930", On(1930, 3, 1)},
-                    DateReading{"1 May, 2024", On(2024, 5, 1)}, DateReading{"March 1, 2024", On(2024, 3, 1)},
-                    DateReading{"Mar 1 2024 8:15 am", On(2024, 3, 1, 8, 15)},
-                    DateReading{"30 September 1999 23:59:59", On(1999, 9, 30, 23, 59, 59)}));
-INSTANTIATE_TEST_SUITE_P(
-    Times, DateText,
-    testing::Values(DateReading{"0:00", On(1899, 12, 30)}, DateReading{"14:05", On(1899, 12, 30, 14, 5)},
-                    DateReading{"2:05:07 PM", On(1899, 12, 30, 14, 5, 7)},
-                    DateReading{"2:05pm", On(1899, 12, 30, 14, 5)}, DateReading{"2 p", On(1899, 12, 30, 14)},
-                    DateReading{"12 AM", On(1899, 12, 30)}, DateReading{"12:30 AM", On(1899, 12, 30, 0, 30)},
-                    DateReading{"12:30 PM", On(1899, 12, 30, 12, 30)},
-                    DateReading{"0:30 PM", On(1899, 12, 30, 12, 30)}));
-INSTANTIATE_TEST_SUITE_P(Numbers, DateText,
-                         testing::Values(DateReading{"45352", On(2024, 3, 1)},
-                                         DateReading{"45,352.5", On(2024, 3, 1, 12)},
-                                         DateReading{"-1.25", On(1899, 12, 29, 6)},
-                                         DateReading{"0", On(1899, 12, 30)}));
+INSTANTIATE_TEST_SUITE_P(Classic, YearlessDate, testing::ValuesIn(dateTexts::yearlessDates));
+
+TEST(YearlessDate, TakesItsDayForAYearWhereTheCurrentYearHasNoSuchDay) {
+    const int year = dateTexts::ThisYear();
+    const CalendarTime expected = dateTexts::IsLeapYear(year) ? On(year, 2, 29) : On(2029, 2, 1);
+    for (const char* text : {"2/29", "29/2", "Feb 29", "29Feb"})
+        ExpectFields(base::ToCalendar(Value(text).ToDate()), expected);
+}
 
 class NoDate : public testing::TestWithParam<const char*> {};
 
 TEST_P(NoDate, IsRefused) {
-    EXPECT_EQ(RefusalOf([] { Value(GetParam()).ToDate(); }).number, base::errors::TypeMismatch);
+    const Value text(GetParam());
+    EXPECT_EQ(RefusalOf([&] { text.ToDate(); }).number, base::errors::TypeMismatch);
+    EXPECT_EQ(RefusalOf([&] { base::ToRecordDate(text); }).number, base::errors::TypeMismatch);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, NoDate,
-    testing::Values("", " ", "never", "2024-02-30", "2024-13-01", "2024-00-10", "2024-03", "2024-03-01T",
-                    "2024-03-01T25:00", "2024-03-01T14", "2024-03-01T14:05:00Z", "2024-03-01 ,", "2024-03/01",
-                    "2024-03-01x", "02024-03-01", "99999-01-01", "0099-01-01", "204-03-01", "3/1", "3/1/",
-                    "3/1/20240", "3/32/2024", "13/13/2024", "0/1/2024", "2/29/2023", "1 Foo 2024", "1 Mar",
-                    "Mar 2024", "March", "1 Ma 2024", "100 March 2024", "March 1 2024 x", "3.1.2024", "24:00",
-                    "12:60", "12:00:60", "13:00 PM", "13 AM", "1:2:3:4", "12:00 XM", "12:00:00.", ":30",
-                    "12:", "PM", "T14:05", "1 2 2024", "3/1/2024 14:05 3/1/2024", "1\xC2\xA0March 2024"));
+INSTANTIATE_TEST_SUITE_P(Texts, NoDate, testing::ValuesIn(dateTexts::noDates));
+
+TEST(Date, OfARecordTakesDigitsForAYearOrADayInIt) {
+    for (const auto& [text, inRecord, elsewhere] : dateTexts::recordDigits) {
+        SCOPED_TRACE(text);
+        ExpectFields(base::ToCalendar(base::ToRecordDate(Value(text))), inRecord);
+        ExpectFields(base::ToCalendar(Value(text).ToDate()), elsewhere);
+    }
+}
+
+TEST(Date, OfARecordComesFromOtherKindsAsElsewhere) {
+    EXPECT_EQ(base::ToRecordDate(Value(2023)).days, 2023);
+    EXPECT_EQ(base::ToRecordDate(Value(Date{7.5})).days, 7.5);
+    EXPECT_EQ(base::ToRecordDate(Value()).days, 0);
+    EXPECT_EQ(RefusalOf([] { base::ToRecordDate(Value(1e10)); }).number, base::errors::Overflow);
+}
+
+TEST(Date, IsReadFromALongTextInProportionToItsLength) {
+    constexpr std::size_t megabyte = 1 << 20;
+    const std::string blanks(megabyte, ' '), digits(megabyte, '1'), letters(megabyte, 'a');
+    ExpectFields(base::ToCalendar(Value("May" + blanks + "14" + blanks + ", " + blanks + "2023").ToDate()),
+                 On(2023, 5, 14));
+    ExpectFields(base::ToCalendar(Value("1:00" + blanks + "PM" + blanks + "5/14/2023").ToDate()),
+                 On(2023, 5, 14, 13));
+    ExpectFields(base::ToCalendar(Value("2023-05-14T09:30:00," + digits + "Z").ToDate()),
+                 On(2023, 5, 14, 9, 30));
+    std::string dashes, slashes;
+    for (std::size_t i = 0; i < megabyte / 2; ++i) {
+        dashes += "1-";
+        slashes += "/ ";
+    }
+    for (const std::string& text :
+         {letters, "May " + letters, "2023-05-14T" + digits, "2023-05-14 " + digits, "T" + digits,
+          digits + ":00", "1/" + digits, dashes, slashes, "1" + blanks + letters,
+          "1" + blanks + "p" + blanks + "1" + blanks + "x", blanks + "x" + blanks,
+          std::string(megabyte, '\0'), "2023-W" + digits, "1:1:1." + digits + "x"}) {
+        SCOPED_TRACE(text.substr(0, 20));
+        EXPECT_LT(ProcessorSecondsOf([&] {
+                      EXPECT_EQ(RefusalOf([&] { Value(text).ToDate(); }).number, base::errors::TypeMismatch);
+                  }),
+                  InProportion);
+    }
+}
 
 TEST(Date, IsRefusedOutsideItsYearsWhateverHoldsIt) {
     for (const Value& value : {Value(2958466), Value(-657435), Value(1e10), Value("99999999"),
