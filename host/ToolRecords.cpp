@@ -1,5 +1,6 @@
 #include "host/ToolRecords.h"
 
+#include "base/DateText.h"
 #include "base/XmlEncoding.h"
 #include "host/Errors.h"
 #include "host/ToolsXml.h"
@@ -57,15 +58,6 @@ std::string KeyedName(std::string_view key) {
     return std::string(key.substr(0, key.find(keyOfRepeated)));
 }
 
-base::Value DateOrText(const std::string& text) {
-    if (text.empty()) return text;
-    try {
-        return base::Value(text).ToDate();
-    } catch (const base::ComponentError&) {
-        return text;
-    }
-}
-
 } // namespace
 
 // ToolRecord
@@ -75,14 +67,16 @@ ToolRecord::ToolRecord(Trace& trace, base::XmlNode element, std::shared_ptr<bool
     : trace_(trace), element_(std::move(element)), renamed_(std::move(renamed)) {
     for (std::size_t index = 0; index < toolFieldNames.size(); ++index)
         texts_[index] = element_.Attribute(toolFieldNames[index]);
-    const auto read = [this](ToolField field, const char* fallback, auto convert) {
+    const auto tell = [this](ToolField field, const std::string& fault) {
+        trace_.Problem("Tools.xml, tool \"" + Text(ToolField::Name) + "\": " +
+                       toolFieldNames[static_cast<std::size_t>(field)] + " \"" + Text(field) + "\" " + fault);
+    };
+    const auto read = [&](ToolField field, const char* fallback, auto convert) {
         std::string& text = texts_[static_cast<std::size_t>(field)];
         try {
             if (!text.empty()) return convert(base::Value(text));
         } catch (const base::ComponentError&) {
-            trace_.Problem("Tools.xml, tool \"" + Text(ToolField::Name) +
-                           "\": " + toolFieldNames[static_cast<std::size_t>(field)] + " \"" + text +
-                           "\" has no meaning, read as " + fallback);
+            tell(field, std::string("has no meaning, read as ") + fallback);
         }
         text = fallback;
         return convert(base::Value(text));
@@ -90,6 +84,18 @@ ToolRecord::ToolRecord(Trace& trace, base::XmlNode element, std::shared_ptr<bool
     showInList_ =
         read(ToolField::ShowInList, "-1", [](const base::Value& value) { return value.ToBoolean(); });
     kind_ = read(ToolField::Kind, "0", [](const base::Value& value) { return value.ToInteger(); });
+    if (!ReadLastUpdated()) tell(ToolField::LastUpdated, "is not a date");
+}
+
+bool ToolRecord::ReadLastUpdated() {
+    lastUpdated_ = Text(ToolField::LastUpdated);
+    if (Text(ToolField::LastUpdated).empty()) return true;
+    try {
+        lastUpdated_ = base::ToRecordDate(lastUpdated_);
+        return true;
+    } catch (const base::ComponentError&) {
+        return false;
+    }
 }
 
 std::string ToolRecord::Name() const {
@@ -120,8 +126,7 @@ base::Value ToolRecord::Get(std::string_view member) const {
     case ToolField::Kind:
         return kind_;
     case ToolField::LastUpdated:
-        if (!lastUpdated_) lastUpdated_ = DateOrText(Text(ToolField::LastUpdated));
-        return *lastUpdated_;
+        return lastUpdated_;
     default:
         return Text(*field);
     }
@@ -157,7 +162,7 @@ void ToolRecord::Assign(std::string_view member, const base::Value& value) {
     changed_.set(index);
     showInList_ = *field == ToolField::ShowInList ? value.ToBoolean() : showInList_;
     kind_ = *field == ToolField::Kind ? value.ToInteger() : kind_;
-    lastUpdated_.reset();
+    if (*field == ToolField::LastUpdated) ReadLastUpdated();
     if (*field == ToolField::Name) *renamed_ = true;
     trace_.Changed(ModelPart::Tools);
 }

@@ -48,8 +48,9 @@ inline constexpr std::array<const char*, 12> toolFieldNames{
 /// One Tool element of the catalogue. It lives on when the catalogue is read again.
 class ToolRecord final : public IToolRecord {
 public:
-    /// Values that mean nothing (a Kind that is no number) are told as problems and read as missing ones.
-    /// `renamed` is set when the record gets another name.
+    /// Values that mean nothing (a Kind that is no number) are told as problems and read as missing ones; so
+    /// is a LastUpdated that is no date, but it stays as it is: what cannot show it shall say so. `renamed`
+    /// is set when the record gets another name.
     ToolRecord(Trace& trace, base::XmlNode element, std::shared_ptr<bool> renamed);
 
     std::string Name() const override;
@@ -73,13 +74,16 @@ public:
     model::Tool Snapshot() const;
 
 private:
+    /// False for a text that is no date; an empty one is none, and no fault.
+    bool ReadLastUpdated();
+
     Trace& trace_;
     base::XmlNode element_;
     std::shared_ptr<bool> renamed_;
     std::array<std::string, toolFieldNames.size()> texts_;
     bool showInList_ = true;
     std::int32_t kind_ = 0;
-    mutable std::optional<base::Value> lastUpdated_; // read when first asked for
+    base::Value lastUpdated_; // a date, or the text that is none
     std::bitset<toolFieldNames.size()> changed_;
     std::optional<std::pair<std::string, std::string>> origin_; // once name or VREX were changed
 };

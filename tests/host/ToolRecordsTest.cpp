@@ -1,5 +1,6 @@
 // The catalogue Tools.xml, read.
 
+#include "tests/base/DateTexts.h"
 #include "tests/host/HostFixture.h"
 
 namespace arvon::host::test {
@@ -90,11 +91,67 @@ TEST_F(ToolRecordsOfTheHost, ReadShowInListAsANumberOrAWord) {
     EXPECT_THAT(shown, ElementsAre(true, false, true, false, true, false, true, true));
 }
 
-TEST_F(ToolRecordsOfTheHost, KeepALastUpdatedThatIsNoDateAsText) {
-    OpenWithXml("<Tools><Tool LastUpdated=\"last week\"/><Tool LastUpdated=\"2024-02-30\"/></Tools>");
+TEST_F(ToolRecordsOfTheHost, KeepALastUpdatedThatIsNoDateAsTextAndTellOfIt) {
+    OpenWithXml("<Tools><Tool Name=\"odd\" LastUpdated=\"last week\"/><Tool LastUpdated=\"2024-02-30\"/>"
+                "<Tool Name=\"far\" LastUpdated=\"99999999\"/><Tool LastUpdated=\"\"/><Tool/></Tools>");
     EXPECT_EQ(Get("LastUpdated").GetKind(), Value::Kind::Text);
     EXPECT_EQ(Get("LastUpdated").ToText(), "last week");
     EXPECT_EQ(Tools().Item(2)->Get("LastUpdated").ToText(), "2024-02-30");
+    EXPECT_EQ(Tools().Item(3)->Get("LastUpdated").ToText(), "99999999");
+    EXPECT_THAT(Host().Problems(),
+                ElementsAre("Tools.xml, tool \"odd\": LastUpdated \"last week\" is not a date",
+                            "Tools.xml, tool \"\": LastUpdated \"2024-02-30\" is not a date",
+                            "Tools.xml, tool \"far\": LastUpdated \"99999999\" is not a date"));
+}
+
+TEST_F(ToolRecordsOfTheHost, TellOfALastUpdatedThatIsNoDateEachTimeTheyAreReadAndNotWhenItIsSet) {
+    OpenWithXml("<Tools><Tool Name=\"odd\" LastUpdated=\"2024-03-01\"/></Tools>");
+    Tools().Item(1)->Set("LastUpdated", Value("last week"));
+    EXPECT_EQ(Get("LastUpdated").GetKind(), Value::Kind::Text);
+    EXPECT_THAT(Host().Problems(), ElementsAre());
+    Tools().Save();
+    Tools().Reload();
+    EXPECT_EQ(Host().Problems().size(), 1u);
+    Tools().Item(1)->Set("LastUpdated", Value("May 2024"));
+    EXPECT_EQ(Get("LastUpdated").ToText(), "5/1/2024");
+}
+
+TEST_F(ToolRecordsOfTheHost, HoldEveryLastUpdatedThatIsADate) {
+    std::vector<std::pair<std::string, base::CalendarTime>> dates;
+    for (const auto& [text, time] : dateTexts::isoDates)
+        dates.emplace_back(text, time);
+    for (const auto& [text, time] : dateTexts::classicDates)
+        dates.emplace_back(text, time);
+    for (const auto& [text, time] : dateTexts::dayNumbers)
+        dates.emplace_back(text, time);
+    for (const auto& [text, inRecord, elsewhere] : dateTexts::recordDigits)
+        dates.emplace_back(text, inRecord);
+    std::string xml = "<Tools>";
+    for (const auto& [text, time] : dates)
+        xml += "<Tool LastUpdated=\"" + text + "\"/>";
+    OpenWithXml(xml + "</Tools>");
+    EXPECT_THAT(Host().Problems(), ElementsAre());
+    ASSERT_EQ(Tools().Count(), dates.size());
+    for (std::size_t i = 0; i < dates.size(); ++i) {
+        const Value lastUpdated = Tools().Item(i + 1)->Get("LastUpdated");
+        ASSERT_EQ(lastUpdated.GetKind(), Value::Kind::Date) << dates[i].first;
+        EXPECT_EQ(lastUpdated.ToText(), Value(base::FromCalendar(dates[i].second)).ToText())
+            << dates[i].first;
+    }
+}
+
+TEST_F(ToolRecordsOfTheHost, TellOfEveryLastUpdatedThatIsNoDate) {
+    std::string xml = "<Tools>";
+    std::size_t count = 0;
+    for (const std::string text : dateTexts::noDates) {
+        if (text.empty()) continue;
+        xml += "<Tool LastUpdated=\"" + text + "\"/>";
+        ++count;
+    }
+    OpenWithXml(xml + "</Tools>");
+    EXPECT_EQ(Host().Problems().size(), count);
+    for (std::size_t position = 1; position <= count; ++position)
+        EXPECT_EQ(Tools().Item(position)->Get("LastUpdated").GetKind(), Value::Kind::Text);
 }
 
 TEST_F(ToolRecordsOfTheHost, TellOfValuesWithoutAMeaning) {
