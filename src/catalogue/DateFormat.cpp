@@ -1,5 +1,6 @@
 #include "catalogue/DateFormat.h"
 
+#include "base/DateText.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -170,7 +171,7 @@ bool DateFormat::FollowsHour() const {
 std::string DateFormat::Format(const base::Value& value) const {
     const std::string* text = value.TextIfAny();
     if (value.IsEmpty() || (text && text->empty())) return {};
-    return Format(value.ToDate());
+    return Format(base::ToRecordDate(value));
 }
 
 std::string DateFormat::Format(base::Date date) const {

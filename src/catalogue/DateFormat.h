@@ -34,7 +34,8 @@ public:
     DateFormat(std::string_view picture, const DateNames& names);
 
     std::string Format(base::Date date) const;
-    /// As Format for what Value::ToDate reads; empty text for an empty value or text. Throws as ToDate does.
+    /// The date that a record holds; empty text for an empty value or text. Throws as base::ToRecordDate
+    /// does.
     std::string Format(const base::Value& value) const;
 
 private:

@@ -1,5 +1,8 @@
 #include "catalogue/RecordSort.h"
 
+#include "base/DateText.h"
+#include "catalogue/ToolFailure.h"
+
 #include <algorithm>
 #include <array>
 #include <compare>
@@ -59,6 +62,9 @@ std::vector<Sortable<std::uint64_t>> StartsOf(const Texts& texts) {
 
 // The second record is the first that is compared: the first one's text is converted after its own.
 std::vector<Sortable<base::Date>> ReadDates(const Records& records, const RecordOrder& order) {
+    const auto dateOf = [](const ToolRecord& record, const base::Value& text) {
+        return NamingToolOnFailure(record, [&] { return base::ToRecordDate(text); });
+    };
     std::vector<Sortable<base::Date>> dates;
     dates.reserve(records.size());
     base::Value firstText;
@@ -69,8 +75,8 @@ std::vector<Sortable<base::Date>> ReadDates(const Records& records, const Record
             dates.push_back({base::Date{}, 0});
             continue;
         }
-        dates.push_back({text.ToDate(), dates.size()});
-        if (dates.size() == 2) dates.front().start = firstText.ToDate();
+        dates.push_back({dateOf(record, text), dates.size()});
+        if (dates.size() == 2) dates.front().start = dateOf(records.front(), firstText);
     }
     return dates;
 }

@@ -18,7 +18,8 @@ struct RecordOrder {
 ///
 /// Fails as a sort by insertion does, at the record that it would place next: with what reading the property
 /// throws; by ascending dates, with what converting its text throws, which happens as soon as there is
-/// another record to compare with. One record alone is read, but never converted.
+/// another record to compare with; the failure names the record's tool. One record alone is read, but never
+/// converted.
 ToolCollection SortRecords(const ToolCollection& collection, const RecordOrder& order);
 
 } // namespace kvtm

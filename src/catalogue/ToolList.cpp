@@ -1,4 +1,5 @@
 #include "catalogue/DateFormat.h"
+#include "catalogue/ToolFailure.h"
 #include "catalogue/ToolVisibility.h"
 #include "core/Names.h"
 #include "core/ToolMain.h"
@@ -39,7 +40,8 @@ bool ToolMain::LoadToolIntoListView(const ToolRecord& tool, arvon::IListView& li
         list.AddItem(tool->Get(property::Vrex).ToText(), tool->Get(property::Name).ToText());
     if (list.CheckBoxes()) row.SetChecked(tool->Get(property::ShowInList).ToBoolean());
     row.AddSubItem("version", tool->Get(property::Version).ToText());
-    row.AddSubItem("lastupdated", dateFormat.Format(tool->Get(property::LastUpdated)));
+    const base::Value lastUpdated = tool->Get(property::LastUpdated);
+    row.AddSubItem("lastupdated", NamingToolOnFailure(tool, [&] { return dateFormat.Format(lastUpdated); }));
     row.AddSubItem("classification", tool->Get(property::Classification).ToText());
     return true;
 }

@@ -69,15 +69,25 @@ std::vector<std::string> Keys(const ToolCollection& records) {
 // The plain insertion sort whose results and failures the fast one must have.
 // ----------------------------------------------------------------------------------------------------------
 
-bool GoesBefore(const std::string& ours, const std::string& theirs, const RecordOrder& order) {
+base::Date DateOf(const ToolRecord& record, const std::string& text) {
+    try {
+        return Value(text).ToDate();
+    } catch (const ComponentError& error) {
+        throw ComponentError(error.Number(), error.Source(),
+                             "tool \"" + record->Name() + "\": " + error.Description());
+    }
+}
+
+bool GoesBefore(const ToolRecord& our, const std::string& ours, const ToolRecord& their,
+                const std::string& theirs, const RecordOrder& order) {
     if (order.asDates && order.descending) {
         base::LeadingNumber(ours);
         base::LeadingNumber(theirs);
         return false;
     }
     if (order.asDates) {
-        const base::Date ourDate = Value(ours).ToDate();
-        const base::Date theirDate = Value(theirs).ToDate();
+        const base::Date ourDate = DateOf(our, ours);
+        const base::Date theirDate = DateOf(their, theirs);
         return theirDate > ourDate;
     }
     const std::u32string ourCodes = base::ToCodePoints(ours);
@@ -90,8 +100,9 @@ ToolCollection InsertionSort(const ToolCollection& records, const RecordOrder& o
     for (const ToolRecord& record : records) {
         const std::string ours = record->Get(order.property).ToText();
         std::size_t place = 1;
-        while (place <= result.Count() &&
-               !GoesBefore(ours, result.Item(place)->Get(order.property).ToText(), order)) {
+        while (place <= result.Count()) {
+            const ToolRecord& other = result.Item(place);
+            if (GoesBefore(record, ours, other, other->Get(order.property).ToText(), order)) break;
             ++place;
         }
         result.Add(record, {}, place);
@@ -255,6 +266,23 @@ TEST(RecordSort, RefusesADateThatIsNoneOnceThereIsAnother) {
                   SortRecords(records, {"key", false, true});
               }).number,
               base::errors::TypeMismatch);
+}
+
+TEST(RecordSort, NamesTheToolWhoseDateIsNone) {
+    const ToolCollection records = RecordsWith({"2024-03-01", "2024-03-02", "1e400", "last week"});
+    const Outcome third = OutcomeOf(SortRecords, records, {"key", false, true});
+    EXPECT_EQ(third.errorNumber, base::errors::Overflow);
+    EXPECT_EQ(third.errorText, "tool \"record 3\": \"1e400\" is too large for a number");
+    const Outcome first =
+        OutcomeOf(SortRecords, RecordsWith({"last week", "2024-03-02"}), {"key", false, true});
+    EXPECT_EQ(first.errorNumber, base::errors::TypeMismatch);
+    EXPECT_EQ(first.errorText, "tool \"record 1\": \"last week\" is not a date");
+}
+
+TEST(RecordSort, TakesFourDigitsForAYear) {
+    const ToolCollection records = RecordsWith({"2024-03-01", "2023", "2023134", "2022-12-31"});
+    EXPECT_EQ(Names(SortRecords(records, {"key", false, true})),
+              (std::vector<std::string>{"record 4", "record 2", "record 3", "record 1"}));
 }
 
 TEST(RecordSort, ReportsAnUnreadableSecondRecordBeforeTheFirstOnesDate) {

@@ -1,3 +1,5 @@
+#include "catalogue/DateFormat.h"
+#include "tests/base/DateTexts.h"
 #include "tests/base/RefusalOf.h"
 #include "tests/support/ComponentFixture.h"
 
@@ -12,6 +14,8 @@ protected:
         host->Framework()->Tools().Reload();
         Probe().LoadToolsCollection();
     }
+
+    const DateNames names = DateNames::English();
 };
 
 TEST_F(ToolList, ShowsARowForEachToolInCollectionOrder) {
@@ -89,10 +93,44 @@ TEST_F(ToolList, KeepsTheRowsBeforeARepeatedKey) {
     EXPECT_EQ(RowTexts(), (std::vector<std::string>{"A", "B"}));
 }
 
-TEST_F(ToolList, FailsForALastUpdateThatIsNoDate) {
-    ListUnsorted({{.name = "A"}, {.name = "B", .lastUpdated = "last week"}});
-    EXPECT_EQ(RefusalOf([&] { Probe().LoadTools("nodTools", true); }).number, base::errors::TypeMismatch);
+TEST_F(ToolList, FailsForALastUpdateThatIsNoDateAndNamesItsTool) {
+    ListUnsorted({{.name = "A"}, {.name = "B", .lastUpdated = "last week"}, {.name = "C"}});
+    const Refusal refusal = RefusalOf([&] { Probe().LoadTools("nodTools", true); });
+    EXPECT_EQ(refusal.number, base::errors::TypeMismatch);
+    EXPECT_EQ(refusal.description, "tool \"B\": \"last week\" is not a date");
     EXPECT_EQ(RowTexts().at(0), "A");
+    EXPECT_EQ(RowTexts().size(), 2u); // the list ends there
+}
+
+TEST_F(ToolList, TellsOfALastUpdateThatIsNoDateAlsoWhereTheToolsNameCannotBeRead) {
+    ListUnsorted({{.name = "B", .lastUpdated = "last week"}});
+    host->FailNext("Record.Name");
+    const Refusal refusal = RefusalOf([&] { Probe().LoadTools("nodTools", true); });
+    EXPECT_EQ(refusal.number, base::errors::TypeMismatch);
+    EXPECT_EQ(refusal.description, "\"last week\" is not a date");
+}
+
+TEST_F(ToolList, ShowsEveryLastUpdateThatIsADate) {
+    std::vector<CatalogueTool> tools;
+    std::vector<std::string> dates;
+    const auto add = [&](const char* text, const base::CalendarTime& time) {
+        tools.push_back({.name = "tool " + std::to_string(tools.size()), .lastUpdated = text});
+        dates.push_back(DateFormat("yyyy-mm-dd", names).Format(base::FromCalendar(time)));
+    };
+    for (const auto& [text, time] : dateTexts::isoDates)
+        add(text, time);
+    for (const auto& [text, time] : dateTexts::classicDates)
+        add(text, time);
+    for (const auto& [text, time] : dateTexts::dayNumbers)
+        add(text, time);
+    for (const auto& [text, inRecord, elsewhere] : dateTexts::recordDigits)
+        add(text, inRecord);
+    ListUnsorted(tools);
+    Probe().LoadTools("nodTools", true);
+    const auto rows = host->Model().List("lvTools");
+    ASSERT_EQ(rows.size(), tools.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        EXPECT_EQ(rows[i].SubItem("lastupdated"), dates[i]) << tools[i].lastUpdated;
 }
 
 TEST_F(ToolList, ShowsAToolWithoutALastUpdate) {
