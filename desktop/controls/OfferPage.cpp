@@ -72,7 +72,7 @@ void OfferPage::FitColumns() {
 }
 
 void OfferPage::Retranslate(const QString& dateFormat) {
-    offers_.Retranslate(QString(dateFormat).replace('m', 'M'));
+    offers_.Retranslate(dateFormat);
     FitColumns();
 }
 

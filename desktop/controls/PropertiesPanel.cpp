@@ -7,9 +7,9 @@
 #include "desktop/QtText.h"
 #include "desktop/controls/ControlKinds.h"
 #include "desktop/controls/ControlTexts.h"
+#include "desktop/controls/DateText.h"
 #include "desktop/controls/Parts.h"
 
-#include <QDate>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -186,11 +186,7 @@ QString PropertiesPanel::ValueOf(const std::string& attribute, const std::string
         return text::Of(text == "0" ? text::properties::No : text::properties::Yes);
     if (attribute == "Kind" && text == QString::number(arvon::VantorKind))
         return text::Of(text::properties::Vantor);
-    if (attribute == "LastUpdated") {
-        const QDate date = QDate::fromString(text.left(10), Qt::ISODate);
-        const QString format = text::DateFormat(services_).replace('m', 'M');
-        if (date.isValid()) return date.toString(format);
-    }
+    if (attribute == "LastUpdated") return DateText(text, text::DateFormat(services_));
     return text;
 }
 

@@ -3,8 +3,7 @@
 #include "base/XmlDocument.h"
 #include "desktop/QtText.h"
 #include "desktop/controls/ControlTexts.h"
-
-#include <QDate>
+#include "desktop/controls/DateText.h"
 
 #include <array>
 #include <utility>
@@ -58,10 +57,8 @@ QString UpdateOffers::TextAt(const Offer& offer, int column) const {
         return offer.installed;
     case Offered:
         return offer.offered;
-    case LastUpdated: {
-        const QDate date = QDate::fromString(offer.lastUpdated.left(10), Qt::ISODate);
-        return date.isValid() ? date.toString(dateFormat_) : offer.lastUpdated;
-    }
+    case LastUpdated:
+        return DateText(offer.lastUpdated, dateFormat_);
     case Description:
         return offer.description;
     default:

@@ -17,7 +17,7 @@ public:
     /// cannot be read.
     bool Load(const std::string& xml);
     bool Clear();
-    /// For `LastUpdated`, as QDate::toString takes it. The captions are told anew, too.
+    /// For `LastUpdated`, as DateText takes it. The captions are told anew, too.
     void Retranslate(const QString& dateFormat);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -34,7 +34,7 @@ private:
     QString TextAt(const Offer& offer, int column) const;
 
     std::vector<Offer> offers_;
-    QString dateFormat_ = "yyyy-MM-dd";
+    QString dateFormat_ = "yyyy-mm-dd";
 };
 
 } // namespace desktop

@@ -60,6 +60,22 @@ TEST_F(PropertiesTest, ShowsWhatTheRecordHolds) {
     TakePictures(*panel, "properties");
 }
 
+TEST_F(PropertiesTest, ShowsEveryDateThatTheListShows) {
+    peer.texts[13] = "d.m.yyyy";
+    for (const auto& [given, shown] :
+         std::vector<std::pair<const char*, const char*>>{{"20240318", "18.3.2024"},
+                                                          {"2024-03-18T09:30:00+02:00", "18.3.2024"},
+                                                          {"2024-W12-1", "18.3.2024"},
+                                                          {"3/18/2024 1:00 PM", "18.3.2024"},
+                                                          {"March 2024", "1.3.2024"},
+                                                          {"2024", "1.1.2024"},
+                                                          {"2024-03-18x", "2024-03-18x"},
+                                                          {"last week", "last week"}}) {
+        Open(QString(layout).replace("2024-03-18", given).toStdString());
+        EXPECT_EQ(Value("Last updated"), shown);
+    }
+}
+
 TEST_F(PropertiesTest, ButtonsFollowTheMembers) {
     Open(layout);
     EXPECT_TRUE(Part<QPushButton>("launch").isEnabled());

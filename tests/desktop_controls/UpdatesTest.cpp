@@ -57,6 +57,17 @@ TEST_F(UpdatesTest, ShowsWhatTheUpdatesComponentOffers) {
     TakePictures(*panel, "updates-none");
 }
 
+TEST_F(UpdatesTest, ShowsEveryDateThatTheListShows) {
+    for (const auto& [given, shown] :
+         std::vector<std::pair<const char*, const char*>>{{"20240902T0930Z", "9/2/2024"},
+                                                          {"2-Sep-2024", "9/2/2024"},
+                                                          {"2024", "1/1/2024"},
+                                                          {"soon", "soon"}}) {
+        Open(QString(oneUpdate).replace("2024-09-02", given).toStdString(), noneNew);
+        EXPECT_EQ(Cell("updates", 0, 3), shown);
+    }
+}
+
 TEST_F(UpdatesTest, LooksAgainThroughTheComponent) {
     Open("", "");
     ASSERT_TRUE(
