@@ -168,6 +168,15 @@ TEST_F(ToolOrder, IsByNameWhenOnlyADirectionIsStored) {
     EXPECT_EQ(NamesAfterLoading("", "True"), (Texts{"b", "a", "A"}));
 }
 
+TEST_F(ToolOrder, ReportsTheNameOfTheToolWhoseDateCannotBeRead) {
+    StoreOrder("lastupdated", "0");
+    LoadWith({{.name = "b"}, {.name = "Layout", .lastUpdated = "last week"}, {.name = "a"}});
+    const Report report = ClaimReport("SetToolOrder");
+    EXPECT_EQ(report.number, base::errors::TypeMismatch);
+    EXPECT_EQ(report.description, "tool \"Layout\": \"last week\" is not a date");
+    EXPECT_EQ(ListedNames(), (Texts{"b", "Layout", "a"}));
+}
+
 TEST_F(ToolOrder, ReportsAStoredKeyThatNamesNoPropertyAndLoadsAllTheSame) {
     EXPECT_EQ(NamesAfterLoading("Colour", "0"), (Texts{"b", "A", "a"}));
     EXPECT_EQ(ClaimReport("SetToolOrder").number, base::errors::NoSuchMember);
