@@ -98,6 +98,16 @@ TEST_F(EventDispatch, TellsOfNewToolsWhenTheGeneratorEnded) {
     EXPECT_EQ(box.title, "text 45");
 }
 
+TEST_F(EventDispatch, ReadsTheCatalogueOfAGeneratorWithoutAProcessIdentifier) {
+    Probe().CountToolsInCatalog(false);
+    installation.WriteTools({{.name = "Layout"}, {.name = "Pipes"}});
+    Event(arvon::EventObject::Process, "ShellProcessComplete",
+          {{"sApplicationNameAndPath", "BuildToolXML_Arvon11.exe"}});
+    ClaimBox();
+    EXPECT_EQ(ListedNames(), (std::vector<std::string>{"Layout", "Pipes"}));
+    EXPECT_TRUE(Sent().empty());
+}
+
 TEST_F(EventDispatch, KnowsTheGeneratorByItsExactName) {
     Probe().CountToolsInCatalog(false);
     installation.WriteTools({{.name = "Layout"}, {.name = "Pipes"}});

@@ -32,6 +32,16 @@ TEST_F(LoadedTools, AreAnnouncedToLauncherAndShellEvenWhenTheHostKnowsNone) {
     EXPECT_EQ(Names().size(), 1u);
 }
 
+TEST_F(LoadedTools, AreAnnouncedByTheToolIdAsItWasGiven) {
+    Unload({{"vrex", "NONE"}, {"toolID", " L1 "}});
+    Unload({{"vrex", "NONE"}});
+    EXPECT_EQ(Sent(),
+              (std::vector<std::string>{"Zarn11:Tool_Unload{event 2/9}(vrex:2=\"NONE\", toolID:2=\" L1 \")",
+                                        "SnapIn:Tool_Unload{event 2/9}(vrex:2=\"NONE\", toolID:2=\" L1 \")",
+                                        "Zarn11:Tool_Unload{event 2/9}(vrex:2=\"NONE\", toolID:2=\"\")",
+                                        "SnapIn:Tool_Unload{event 2/9}(vrex:2=\"NONE\", toolID:2=\"\")"}));
+}
+
 TEST_F(LoadedTools, AreNotToldToAWorkflowWithoutAName) {
     host->Listen("WORKFLOW", "");
     Unload({{"vrex", "NONE"}});
@@ -41,8 +51,13 @@ TEST_F(LoadedTools, AreNotToldToAWorkflowWithoutAName) {
 
 TEST_F(LoadedTools, BringTabAndMenusUpToDateAfterAnUnload) {
     Unload({{"vrex", "NONE"}});
-    EXPECT_EQ(CallsOf("Tab.Update").size(), 1u);
-    EXPECT_FALSE(CallsOf("MenuItem.SetEnabled").empty());
+    EXPECT_EQ(Calls(), (std::vector<std::string>{
+                           "NewRequest()", "Router.IsRegistered(\"WORKFLOW\")", "NewEvent()",
+                           "Router.IsRegistered(\"Zarn11\")", "NewMessage()",
+                           "Router.IsRegistered(\"SnapIn\")", "NewMessage()", "Tabs.Item(\"tabQRV\")",
+                           "Tab.Update(\"tabQRV\")", "Menus.Item(\"mnuTool\")", "MenuItems.Item(\"mnuL1\")",
+                           "MenuItem.SetEnabled(\"mnuL1\", true)", "MenuItems.Item(\"mnuToolsSep1\")",
+                           "MenuItem.SetEnabled(\"mnuToolsSep1\", true)", "SetMousePointer(0)"}));
 }
 
 TEST_F(LoadedTools, LeaveTabAndMenusWhileTheComponentItselfUnloads) {

@@ -33,22 +33,54 @@ TEST_F(Loading, IsLoadedBetweenLoadAndUnload) {
     EXPECT_TRUE(Probe().Unloading());
 }
 
-TEST_F(Loading, BuildsViewsTabNodeAndMenuInOrder) {
+TEST_F(Loading, AsksTheHostForThisInThisOrder) {
     CreateHost();
     CreateTool();
     ASSERT_TRUE(Load());
-    std::vector<std::string> built;
-    for (const std::string& call : Calls()) {
-        for (const char* start : {"RegisterListener(", "AppPath(", "Views.Add(", "Tabs.Add(",
-                                  "TaskViews.Add(", "Nodes.Add(", "Menus.Add(", "GetSettings("}) {
-            if (call.rfind(start, 0) == 0) built.push_back(call.substr(0, call.find(',')));
-        }
-    }
-    EXPECT_EQ(built, (std::vector<std::string>{
-                         "RegisterListener(\"KvTM10\")", "AppPath()", "Views.Add(\"ocxToolProperties\"",
-                         "Views.Add(\"ocxToolsUpdate\"", "Views.Add(\"lvTools\"", "Tabs.Add(1",
-                         "TaskViews.Add(\"tvTools\"", "Nodes.Add(\"nodTools\"", "Menus.Add(\"mnuTool\"",
-                         "GetSettings(\"Framework\")"}));
+    std::vector<std::string> calls = Calls();
+    std::erase_if(calls, [](const std::string& call) { return call.rfind("TaskView.", 0) == 0; });
+    const std::vector<std::string> first{
+        "RegisterListener(\"KvTM10\")",
+        "AppPath()",
+        "Views.Add(\"ocxToolProperties\", 5, \"KvTMU110.ctlToolProperties\", \"KvTM10\")",
+        "Views.Add(\"ocxToolsUpdate\", 5, \"KvTMU110.ctlToolsUpdate\", \"KvTM10\")",
+        "GetResource(\"Tools\", \"\")", // of the first caption
+        "Views.Add(\"lvTools\", 4, null, \"KvTM10\")",
+        "Tabs.Add(1, \"tabQRV\", \"KvTM10\", null, true)",
+        "Tab.SetCaption(\"tabQRV\", \"text 4\")",
+        "Tab.SetVisible(\"tabQRV\", true)",
+        "Tab.SetEnabled(\"tabQRV\", true)",
+        "Tab.Refresh(\"tabQRV\")",
+        "ImageFolder()", // of the task pane
+        "ComponentFolder()",
+        "TaskViews.NewTaskView()",
+        "TaskViews.Add(\"tvTools\", 3, \"KvTM10\")",
+        "Nodes.Add(\"nodTools\", \"KvTM10\", 3, \"text 5\", null, true, 0)",
+        "Node.SetImage(\"nodTools\", 1)",
+        "Node.SetTaskViewKey(\"nodTools\", \"tvTools\")",
+        "Menus.Add(\"mnuTool\", \"text 6\", \"text 7\", \"KvTM10\", null, null, 0, 0, true)",
+    };
+    ASSERT_GE(calls.size(), first.size());
+    EXPECT_EQ(
+        std::vector<std::string>(calls.begin(), calls.begin() + static_cast<std::ptrdiff_t>(first.size())),
+        first);
+    std::vector<std::string> rest; // one call each of order, menus and buttons, and locale
+    for (const std::string& call : calls)
+        for (const char* start : {"BringPageForward(", "MenuItems.Clear(", "Buttons.Add(2", "GetSettings("})
+            if (call.rfind(start, 0) == 0) rest.push_back(call);
+    EXPECT_EQ(rest,
+              (std::vector<std::string>{"BringPageForward(\"KvTM10\")", "MenuItems.Clear()",
+                                        "Buttons.Add(2, \"KvTM10_Sep1\", 1)", "GetSettings(\"Framework\")"}));
+}
+
+TEST_F(Loading, PutsTheTabBehindThoseThatTheHostHas) {
+    CreateHost();
+    host->Framework()->Tabs().Add(1, "tabOther", "SnapIn", nullptr, true);
+    CreateTool();
+    ForgetCalls();
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(CallsOf("Tabs.Add"),
+              std::vector<std::string>{"Tabs.Add(2, \"tabQRV\", \"KvTM10\", null, true)"});
 }
 
 TEST_F(Loading, DescribesTheListsColumnsInTheHostsTexts) {
@@ -87,15 +119,6 @@ TEST_F(Loading, SetsTabNodeAndMenuUp) {
     ASSERT_NE(menu, menus.end());
     EXPECT_EQ(menu->caption, "text 6");
     EXPECT_EQ(menu->owner, "KvTM10");
-}
-
-TEST_F(Loading, GivesTheMenuItsTextsAndTheHostsNumbers) {
-    CreateHost();
-    CreateTool();
-    ASSERT_TRUE(Load());
-    EXPECT_EQ(CallsOf("Menus.Add"),
-              std::vector<std::string>{
-                  "Menus.Add(\"mnuTool\", \"text 6\", \"text 7\", \"KvTM10\", null, null, 0, 0, true)"});
 }
 
 TEST_F(Loading, PermitsPricesForTheProfilesThreeAndFive) {
@@ -143,10 +166,9 @@ TEST_F(Loading, ShowsTheHostTheFailingCallAndStopsThere) {
 TEST_F(Loading, TakesDownWhatItAddedButForTheUpdatesViewAndTheTab) {
     LoadWith({});
     host->Unload();
-    EXPECT_EQ(CallsOf("Menus.Remove"), std::vector<std::string>{"Menus.Remove(\"mnuTool\")"});
-    EXPECT_EQ(CallsOf("Nodes.Remove"), std::vector<std::string>{"Nodes.Remove(\"nodTools\")"});
-    EXPECT_EQ(CallsOf("Views.Remove"),
-              (std::vector<std::string>{"Views.Remove(\"lvTools\")", "Views.Remove(\"ocxToolProperties\")"}));
+    EXPECT_EQ(Calls(), (std::vector<std::string>{"Tabs.Item(\"tabQRV\")", "Menus.Remove(\"mnuTool\")",
+                                                 "Nodes.Remove(\"nodTools\")", "Views.Remove(\"lvTools\")",
+                                                 "Views.Remove(\"ocxToolProperties\")"}));
     const auto views = host->Model().Views();
     ASSERT_EQ(views.size(), 1u);
     EXPECT_EQ(views[0].key, "ocxToolsUpdate");
@@ -155,13 +177,18 @@ TEST_F(Loading, TakesDownWhatItAddedButForTheUpdatesViewAndTheTab) {
     EXPECT_NE(std::find(listeners.begin(), listeners.end(), "KvTM10"), listeners.end());
 }
 
-TEST_F(Loading, SkipsRemovalsThatFailWhenUnloading) {
+TEST_F(Loading, SkipsEachRemovalThatFailsWhenUnloading) {
     LoadWith({});
-    host->FailNext("Menus.Remove");
-    host->FailNext("Nodes.Remove");
+    for (const char* removal : {"Menus.Remove", "Nodes.Remove", "Views.Remove"})
+        host->FailNext(removal);
     host->Unload();
     EXPECT_FALSE(tool->IsLoaded());
-    EXPECT_EQ(CallsOf("Views.Remove").size(), 2u);
+    EXPECT_TRUE(Probe().Unloading());
+    EXPECT_EQ(Calls().size(), 5u);
+    const auto views = host->Model().Views();
+    ASSERT_EQ(views.size(), 2u);
+    EXPECT_EQ(views[0].key, "ocxToolsUpdate");
+    EXPECT_EQ(views[1].key, "lvTools");
 }
 
 TEST_F(Loading, StaysLoadedWhenTheTabCannotBeFetchedAtUnloading) {

@@ -113,6 +113,13 @@ TEST_F(Requests, CloseTheUpdateWindow) {
     EXPECT_TRUE(host->Model().Windows().empty());
 }
 
+TEST_F(Requests, PassOverAnUpdateWindowThatDoesNotClose) {
+    Probe().OpenUpdateToolsView();
+    host->FailNext("Window.CloseWindow");
+    EXPECT_EQ(Request("UnloadUpdateView"), "");
+    EXPECT_EQ(host->Model().Windows().size(), 1u);
+}
+
 TEST_F(Requests, PassOverAMissingOptionsWindow) {
     EXPECT_EQ(Request("InitializeOptions"), "");
     EXPECT_EQ(Request("UnloadOptionsTool"), "");
@@ -132,6 +139,15 @@ TEST_F(Requests, SelectTheFixedTabOnlyWhileNothingIsLoaded) {
     Probe().LoadedTools().Add("Layout");
     EXPECT_EQ(Request("SelectFixedTab"), "");
     EXPECT_TRUE(Sent().empty());
+}
+
+TEST_F(Requests, PassOverAFixedTabThatCannotBeAskedFor) {
+    host->FailNext("NewRequest", 1, 1); // the first takes this one in
+    EXPECT_EQ(Request("SelectFixedTab"), "");
+    EXPECT_TRUE(Sent().empty());
+    host->FailNext("Router.Send");
+    EXPECT_EQ(Request("SelectFixedTab"), "");
+    EXPECT_EQ(ClaimReport("SendRequestToOwner").number, 1001); // the sender's own
 }
 
 TEST_F(Requests, BuildTheResourcePathFromTheCachedLocale) {

@@ -30,10 +30,23 @@ TEST_F(Senders, AskTheOwnerWithoutAskingWhetherItListens) {
 }
 
 TEST_F(Senders, FetchTheOwnersRouterOnce) {
-    Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Nobody");
-    ForgetCalls();
-    Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "Nobody");
-    EXPECT_TRUE(CallsOf("Router").empty());
+    for (int message = 1; message <= 3; ++message)
+        Probe().SendRequestToOwner(Probe().NewRequest("Owner"), "SnapIn");
+    EXPECT_EQ(CallsOf("Router").size(), 1u);
+}
+
+TEST_F(Senders, FetchTheRouterForTheOwnerBeforeAnythingElse) {
+    Probe().SendRequestToOwner(nullptr, "SnapIn");
+    EXPECT_EQ(CallsOf("Router").size(), 1u);
+}
+
+TEST_F(Senders, FetchTheRouterAnewForEachStepToOthers) {
+    tool->SendRequestMessage(Probe().NewRequest("Anyone"), "SnapIn");
+    EXPECT_EQ(CallsOf("Router").size(), 2u);
+    Probe().SendEventMessage(Probe().NewEvent("Something"), "SnapIn");
+    EXPECT_EQ(CallsOf("Router").size(), 4u);
+    Probe().SendEventMessage(Probe().NewEvent("Something"), "Nobody");
+    EXPECT_EQ(CallsOf("Router").size(), 5u);
 }
 
 TEST_F(Senders, ReportAnEmptyReferenceToAListener) {

@@ -126,6 +126,20 @@ TEST_F(InProcessLaunch, TellsAWorkflowOfAnUnloadedVantorBeforeTheOthers) {
                                "SnapIn:" + unload}));
 }
 
+TEST_F(InProcessLaunch, StopsAnUnloadThatTheWorkflowCannotBeToldOf) {
+    LoadVantors();
+    host->Listen("WORKFLOW", "");
+    Launch("Beam");
+    ForgetCalls();
+    host->FailNext("Router.Send");
+    Request("UnloadTool", {{"vrex", "Vn21"}, {"toolID", "T"}});
+    EXPECT_EQ(ClaimReport("Request_UnloadTool").description, "Router.Send failed");
+    EXPECT_EQ(Sent(), Strings{});
+    EXPECT_EQ(LoadedVantors(), Strings{"Beam"});
+    EXPECT_TRUE(CallsOf("Tab.Update").empty());
+    EXPECT_EQ(EnabledToolItems(), Strings{});
+}
+
 TEST_F(InProcessLaunch, RefusesEveryFurtherLaunchWhileAVantorIsLoaded) {
     LoadVantors();
     Launch("Beam");
@@ -154,6 +168,64 @@ TEST_F(InProcessLaunch, WritesTheLogoOfTheVantorsBrand) {
     LoadVantors("  veltrane ");
     Launch("Beam");
     EXPECT_EQ(LogoSetting(), "ReportsLogoFile=C:\\QUARRA\\Enviro\\logo-v3.jpg");
+}
+
+namespace {
+
+/// The system's own registry, in which a value of this name cannot be read the next time.
+class RegistryWithout final : public platform::Registry {
+public:
+    RegistryWithout(std::unique_ptr<platform::Registry> real, const std::string& name)
+        : real_(std::move(real)), name_(name) {}
+    bool fails = false;
+    std::int32_t OpenKey(std::uint32_t hive, std::string_view subKey, std::uint32_t access,
+                         platform::RegistryKey& key) override {
+        return real_->OpenKey(hive, subKey, access, key);
+    }
+    std::int32_t QueryValue(platform::RegistryKey key, std::string_view name, std::uint32_t& type,
+                            std::span<char> buffer, std::uint32_t& size) override {
+        if (name == name_ && std::exchange(fails, false)) return platform::registryResult::NotFound;
+        return real_->QueryValue(key, name, type, buffer, size);
+    }
+    std::int32_t SetValue(platform::RegistryKey key, std::string_view name, std::uint32_t type,
+                          std::span<const char> data) override {
+        return real_->SetValue(key, name, type, data);
+    }
+    std::int32_t CloseKey(platform::RegistryKey key) override { return real_->CloseKey(key); }
+
+private:
+    std::unique_ptr<platform::Registry> real_;
+    std::string name_;
+};
+
+struct ComponentAt final : platform::SystemInfo {
+    explicit ComponentAt(std::filesystem::path file) : file_(std::move(file)) {}
+    std::int32_t PlatformId() override { return 2; }
+    std::filesystem::path ModuleFile() override { return file_; }
+    std::filesystem::path file_;
+};
+
+} // namespace
+
+TEST_F(InProcessLaunch, PutsTheLogoOnTheComponentsDriveWhereTheBinFolderIsUnknown) {
+    const std::filesystem::path ownFile = installation.Folder() / "drive_d/x/KvTM10.so";
+    std::filesystem::create_directories(ownFile.parent_path());
+    installation.WriteTools({{.name = "V",
+                              .vrex = "Vn21",
+                              .kind = "3",
+                              .brand = "Ormond",
+                              .path = Put(BEAM_LIBRARY, "Vn21/Vn21.dll")}});
+    CreateHost();
+    platform::Services services = platform::Services::Create();
+    auto registry = std::make_unique<RegistryWithout>(std::move(services.registry), "BinPath");
+    bool& fails = registry->fails;
+    services.registry = std::move(registry);
+    services.systemInfo = std::make_unique<ComponentAt>(ownFile);
+    CreateTool(std::move(services));
+    ASSERT_TRUE(Load());
+    fails = true;
+    EXPECT_EQ(Launch("V"), "False");
+    EXPECT_EQ(LogoSetting(), "ReportsLogoFile=D:\\QUARRA\\Enviro\\logo-o3.jpg");
 }
 
 TEST_F(InProcessLaunch, WritesNoLogoForAnUnknownBrand) {

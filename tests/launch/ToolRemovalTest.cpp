@@ -200,6 +200,27 @@ TEST_F(ToolRemoval, RunsTheRemovalProgramByItsPathAlone) {
     ExpectDemoStays();
 }
 
+namespace {
+
+/// Makes temporary folders below one whose name has a blank.
+class BelowABlank {
+    TestFolder folder_;
+    std::filesystem::path withBlank_ = folder_ / "the suite";
+    bool made_ = std::filesystem::create_directory(withBlank_);
+    TestVariable variable_{"TMPDIR", withBlank_.c_str()};
+};
+class ToolRemovalBelowABlank : private BelowABlank, public ToolRemoval {};
+
+} // namespace
+
+TEST_F(ToolRemovalBelowABlank, FindsTheRemovalProgram) {
+    LoadTools();
+    ASSERT_NE(installation.Folder().string().find(' '), std::string::npos);
+    PutRemovalProgram();
+    RemoveDemo();
+    ExpectDemoGone();
+}
+
 TEST_F(ToolRemoval, WaitsForTheRemovalProgramToEnd) {
     LoadTools();
     installation.Write("Enviro/KT4-RemoveProgram.exe",

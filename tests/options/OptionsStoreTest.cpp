@@ -361,6 +361,15 @@ TEST_F(OptionsStore, GetOptionDataAnswersWithoutWhatTheDialogDraws) {
     EXPECT_THAT(FileText(), HasSubstr("<DisplayName>A</DisplayName>"));
 }
 
+TEST_F(OptionsStore, GetOptionDataTakesOnlyTheFirstOfEachFromTheFirstToolAlone) {
+    LoadWithTools("");
+    const std::string two = "<DisplayName>1</DisplayName><UIRenderer>1</UIRenderer>"
+                            "<DisplayName>2</DisplayName><UIRenderer>2</UIRenderer>";
+    installation.Write(file, Options(Tool("a", two) + Tool("b", two)));
+    EXPECT_EQ(Request(request::GetOptionData, {{"ToolID", "b"}}),
+              Options(Tool("a", "<DisplayName>2</DisplayName><UIRenderer>2</UIRenderer>") + Tool("b", two)));
+}
+
 TEST_F(OptionsStore, GetOptionDataKeepsTheOtherChildrenOfATool) {
     LoadWithTools("");
     for (const std::string_view drawn : {"", "<DisplayName/>", "<UIRenderer/>"}) {

@@ -78,6 +78,10 @@ TEST_F(Subscribers, AreNotToldOfAWriteThatTheDiskRefused) {
     EXPECT_EQ(Set("a", "n", "2"), "False");
     ClaimReport("SetOptionValue");
     EXPECT_TRUE(subscriber->notices.empty());
+    std::filesystem::remove(path);
+    EXPECT_EQ(Set("a", "n", "3"), "True");
+    EXPECT_THAT(subscriber->notices, ElementsAre(With("3")));
+    EXPECT_EQ(FileText(), With("3"));
 }
 
 TEST_F(Subscribers, AreToldWhereTheNoticeCouldNotBeMadeAtFirst) {
