@@ -1,4 +1,5 @@
 #include "tests/options/OptionsFixture.h"
+#include "tests/support/DebugLines.h"
 
 #include "base/XmlDocument.h"
 #include "core/Names.h"
@@ -15,15 +16,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr std::int32_t own = base::errors::ObjectErrorBase;
-
-class DebugLines final : public platform::DebugOutput {
-public:
-    explicit DebugLines(std::vector<std::string>& lines) : lines_(lines) {}
-    void Write(std::string_view line) noexcept override { lines_.emplace_back(line); }
-
-private:
-    std::vector<std::string>& lines_;
-};
 
 class OptionsStore : public OptionsTest {};
 
