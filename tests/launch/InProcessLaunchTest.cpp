@@ -2,6 +2,7 @@
 
 #include "tests/launch/LaunchFixture.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace kvtm;
@@ -81,6 +82,31 @@ TEST_F(InProcessLaunch, LoadsAVantorAndTellsLauncherAndShell) {
     EXPECT_EQ(Request("LoadedVantors"), "Beam");
     EXPECT_TRUE(Probe().Processes().IsEmpty());
     EXPECT_FALSE(Probe().Busy());
+}
+
+TEST_F(InProcessLaunch, DisablesTheToolItemsBeforeTheLoadAndEnablesThemAfterARefusal) {
+    LoadVantor("");
+    Launch("V");
+    ClaimBox();
+    EXPECT_EQ(
+        Calls(),
+        (Strings{"NewRequest()", "Tools.Item(\"V\")", "Menus.Item(\"mnuTool\")",
+                 "MenuItems.Item(\"mnuVVV99\")", "MenuItem.SetEnabled(\"mnuVVV99\", false)",
+                 "MenuItems.Item(\"mnuToolsSep1\")", "MenuItem.SetEnabled(\"mnuToolsSep1\", false)",
+                 "Loader.Load(\"V\", \"KvTM10\")", "ShowMessage(\"text 40\r\n\ttext 47V\", 0, \"KvTM10\")",
+                 "Menus.Item(\"mnuTool\")", "MenuItems.Item(\"mnuVVV99\")",
+                 "MenuItem.SetEnabled(\"mnuVVV99\", true)", "MenuItems.Item(\"mnuToolsSep1\")",
+                 "MenuItem.SetEnabled(\"mnuToolsSep1\", true)", "SetMousePointer(0)"}));
+}
+
+TEST_F(InProcessLaunch, BringsTheTabForwardBeforeItTellsOfAVantor) {
+    LoadVantors();
+    Launch("Beam");
+    const Strings& calls = Calls();
+    EXPECT_EQ(Strings(std::find(calls.begin(), calls.end(), "Tabs.Item(\"tabQRV\")"), calls.end()),
+              (Strings{"Tabs.Item(\"tabQRV\")", "Tab.BringForward(\"tabQRV\")", "NewEvent()",
+                       "Router.IsRegistered(\"Zarn11\")", "NewMessage()", "Router.IsRegistered(\"SnapIn\")",
+                       "NewMessage()", "SetMousePointer(0)"}));
 }
 
 TEST_F(InProcessLaunch, KeepsTheToolItemsDisabledUntilTheVantorIsUnloaded) {

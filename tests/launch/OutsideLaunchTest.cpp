@@ -50,6 +50,15 @@ TEST_F(OutsideLaunch, StartsTheProgramAndTellsTheLauncher) {
     End(id);
 }
 
+TEST_F(OutsideLaunch, AsksTheHostForThisInThisOrder) {
+    LoadSuite({LongRunning("Layout", "Tobr43")});
+    Launch("Layout");
+    EXPECT_EQ(Calls(), (Strings{"NewRequest()", "Tools.Item(\"Layout\")",
+                                "StartProcess(\"/bin/sleep 60\", \"KvTM10\")", "NewEvent()",
+                                "Router.IsRegistered(\"Zarn11\")", "NewMessage()", "SetMousePointer(0)"}));
+    End(ProcessOf("Tobr43"));
+}
+
 TEST_F(OutsideLaunch, FollowsTheProgramToItsEnd) {
     LoadSuite({LongRunning("Layout", "Tobr43")});
     Launch("Layout");
