@@ -98,7 +98,7 @@ TEST_F(ToolRemoval, WritesTheInstructionInTheAnsiCodePage) {
     LoadTools();
     Probe().RemoveTool("X9", "W\xc3\xa4rme \xc5\x81", "QUARRA");
     ExpectProgramMissingBox();
-    EXPECT_EQ(installation.Read("Enviro/Remove.ini"), "[Program]\r\nVREX=X9\r\nName=W\xe4rme ?\r\n"
+    EXPECT_EQ(installation.Read("Enviro/Remove.ini"), "[Program]\r\nVREX=X9\r\nName=W\xe4rme L\r\n"
                                                       "Logfile=C:\\QUARRA\\X9\\Install.log\r\n");
 }
 

@@ -1,5 +1,6 @@
 #include "platform/CodePage.h"
 
+#include "base/Text.h"
 #include "tests/base/RefusalOf.h"
 #include "tests/support/TestVariable.h"
 
@@ -44,6 +45,46 @@ TEST(CodePage, WritesAQuestionMarkForWhatItCannotExpress) {
     const auto codePage = CodePage::Create();
     EXPECT_EQ(codePage->ToAnsi("a語b😀c"), "a?b?c");
     EXPECT_EQ(codePage->ToAnsi("a\xC3"), "a?");
+}
+
+TEST(CodePage, WritesTheBestFitOfWhat1252DoesNotHave) {
+    const TestVariable setting(codePageVariable, nullptr);
+    const auto codePage = CodePage::Create();
+    for (const auto& [text, bytes] : std::vector<std::pair<std::string, std::string>>{
+             {"Łódź, Žižkov, ăĞıőŲ", "L\xF3"
+                                     "dz, \x8Ei\x9Ekov, aGioU"},
+             {"ƒ Ƒ ǆ Ǟ ǰ", "\x83 \x83 ? A j"},
+             {"ΓΘΣΦΩ αβγδεμπστφ", "GTSFO a\xDF?de\xB5pstf"},
+             {"∞ ≈ ≡ ≤ ≥ √ ∩ − ∕ ∙", "8 \x98 = = = v n - / \xB7"},
+             {"\u2003|\u2006|\u2007", " | |?"},
+             {"‐‑‒–— ‗ ′″ ⁄ ⁴ⁿ₉", "--?\x96\x97 = '? / 4n9"},
+             {"e\u0301 A\u030A c\u0327 o\u0323", "e\xB4 A\xB0 c\xB8 o?"},
+             {"┌─┬┐│├┼┤║╔═╗╞╩╬ ▀▄█░■", "+--+\xA6++\xA6\xA6+-+\xA6-+ \xAF_\xA6\xA6\xA6"},
+             {"ＡＢｃ！～？\u3000《〛", "ABc!~? \xAB]"},
+             {"← ↑ → ①", "? ? ? ?"},
+             {"ℂ ℓ № ℝ Å ₤ ₧ ₽", "C l ? R \xC5 \xA3 P ?"}})
+        EXPECT_EQ(codePage->ToAnsi(text), bytes) << text;
+}
+
+TEST(CodePage, HasTheWholeBestFitTableAndNothingBesides) {
+    const TestVariable setting(codePageVariable, nullptr);
+    const auto codePage = CodePage::Create();
+    const std::string own = codePage->FromAnsi(EveryByte());
+    int fitted = 0;
+    for (char32_t character = 0; character < 0x30000; ++character) {
+        if (character >= 0xD800 && character <= 0xDFFF) continue;
+        const std::string text = base::FromCodePoints(std::u32string_view(&character, 1));
+        const std::string bytes = codePage->ToAnsi(text);
+        ASSERT_EQ(bytes.size(), 1U);
+        if (bytes == "?" || codePage->FromAnsi(bytes) == text) continue;
+        ASSERT_EQ(own.find(text), std::string::npos) << text << " has a byte of its own";
+        EXPECT_GE(character, 0x100U);
+        EXPECT_LE(character, 0xFFFFU);
+        EXPECT_GE(static_cast<unsigned char>(bytes[0]), 0x20)
+            << text << " must not become a control character";
+        ++fitted;
+    }
+    EXPECT_EQ(fitted, 441);
 }
 
 TEST(CodePage, KeepsNulBytes) {
