@@ -17,7 +17,8 @@ public:
     /// Bytes to UTF-8; a byte without meaning becomes U+FFFD.
     virtual std::string FromAnsi(std::string_view bytes) const = 0;
     /// UTF-8 to bytes; a character outside the code page becomes "?", and in 1252 its best fit where there is
-    /// one ("Lódz" for "Łódź"). Every page has a best fit table of its own; no other one is kept here.
+    /// one ("Lódz" for "Łódź"), "??" beyond U+FFFF. Every page has a best fit table of its own; no other one
+    /// is kept here.
     virtual std::string ToAnsi(std::string_view text) const = 0;
 };
 

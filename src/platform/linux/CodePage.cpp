@@ -27,10 +27,10 @@ public:
     }
 
     std::string ToAnsi(std::string_view text) const override {
-        const std::u32string characters = base::ToCodePoints(text);
-        std::string bytes(characters.size(), '?');
-        std::transform(characters.begin(), characters.end(), bytes.begin(), [](char32_t character) {
-            return static_cast<char>(windows1252::ToByte(character).value_or('?'));
+        const std::u16string units = base::ToUtf16(text); // the system writes unit by unit, "??" for a pair
+        std::string bytes(units.size(), '?');
+        std::transform(units.begin(), units.end(), bytes.begin(), [](char16_t unit) {
+            return static_cast<char>(windows1252::ToByte(unit).value_or('?'));
         });
         return bytes;
     }
