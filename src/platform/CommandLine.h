@@ -20,7 +20,7 @@ struct ProgramReading {
 /// blanks. A NUL ends the line.
 std::vector<ProgramReading> ProgramReadings(std::string_view commandLine);
 
-/// The program's path with ".exe" appended when its last name has no extension, else nothing new.
+/// The program's path with ".exe" appended when its last name has no period in it, else nothing new.
 std::string WithProgramExtension(std::string_view program);
 
 /// Arguments split at blanks outside quotation marks. 2n backslashes before a quotation mark are n, and one

@@ -20,9 +20,10 @@ public:
     static std::unique_ptr<FilePaths> CreateFor(const std::filesystem::path& installation);
 
     /// The system's own path of an installation path. Names are looked up without regard to letter case where
-    /// the exact one is missing; what does not exist keeps its spelling. A path without a drive letter is the
-    /// system's own, with "\" read as "/". ".." never leads out of the drive's folder. Throws PathNotFound
-    /// for a drive that the installation does not have.
+    /// the exact one is missing, then without what the system drops from their end (WithoutDroppedEnd; from a
+    /// folder's name one period); what does not exist keeps its spelling. A path without a drive letter is
+    /// the system's own, with "\" read as "/". ".." never leads out of the drive's folder. Throws
+    /// PathNotFound for a drive that the installation does not have.
     virtual std::filesystem::path ToSystem(std::string_view path) const = 0;
     /// The installation form of a system path: "C:\..." inside a drive folder, else the path itself with "/"
     /// as "\".
@@ -32,6 +33,9 @@ public:
     /// The installation folder on this system; empty when there is none.
     virtual std::filesystem::path Installation() const = 0;
 };
+
+/// A path without the periods and blanks at its end, which the system drops when it looks a file up.
+std::string_view WithoutDroppedEnd(std::string_view path) noexcept;
 
 /// Name of the environment variable.
 inline constexpr const char* InstallationVariable = "ARVON_INSTALLATION";

@@ -1,5 +1,6 @@
 #include "platform/FilePaths.h"
 
+#include "base/Text.h"
 #include "tests/base/RefusalOf.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestVariable.h"
@@ -46,6 +47,26 @@ TEST_F(FilePathsTest, PrefersTheExactNameToAnotherLetterCase) {
 TEST_F(FilePathsTest, KeepsTheSpellingOfWhatDoesNotExist) {
     EXPECT_EQ(paths->ToSystem("C:\\quarra\\New Folder\\File.TXT"),
               folder / "drive_c/QUARRA/New Folder/File.TXT");
+}
+
+TEST_F(FilePathsTest, DropsPeriodsAndBlanksAtTheEndOfWhatItLooksUp) {
+    const auto file = folder / "drive_c/QUARRA/Arvon/Tools.xml";
+    for (const char* path : {"C:\\QUARRA\\Arvon\\Tools.xml.", "C:\\QUARRA\\Arvon\\TOOLS.xml. ..",
+                             "C:\\quarra.\\Arvon.\\Tools.xml "})
+        EXPECT_EQ(paths->ToSystem(path), file) << path;
+    EXPECT_EQ(paths->ToSystem("C:\\QUARRA \\Arvon"), folder / "drive_c/QUARRA /Arvon")
+        << "a folder loses a period alone";
+    EXPECT_EQ(paths->ToSystem("C:\\QUARRA\\new."), folder / "drive_c/QUARRA/new.");
+    folder.Write("drive_c/QUARRA/Arvon/Tools.xml.", "");
+    EXPECT_EQ(paths->ToSystem("C:\\QUARRA\\Arvon\\Tools.xml."), folder / "drive_c/QUARRA/Arvon/Tools.xml.");
+}
+
+TEST_F(FilePathsTest, NeverLeavesTheDriveByWhatItDropsFromANamesEnd) {
+    for (const char* name : {"...", ".. ", ". .", ".. .", "....", ". "})
+        for (const char* behind : {"", "\\registry.reg"}) {
+            const std::string path = std::string(name) + behind;
+            EXPECT_EQ(paths->ToSystem("C:\\" + path), folder / "drive_c" / base::Replace(path, "\\", "/"));
+        }
 }
 
 TEST_F(FilePathsTest, TakesTheDriveAloneForItsFolder) {

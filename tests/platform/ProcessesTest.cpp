@@ -91,6 +91,23 @@ TEST_F(ProcessesTest, AppendsTheExtension) {
     EXPECT_NE(Run("\"C:\\QUARRA\\Tool\\tool\" " + ReportFile()), "");
 }
 
+TEST_F(ProcessesTest, DropsAPeriodAtTheEndOfAProgramAndAppendsNothing) {
+    Install("QUARRA/Tool/noext");
+    for (const char* program :
+         {"C:\\QUARRA\\Tool\\noext.", "C:\\quarra\\tool\\NOEXT..", "\"C:\\QUARRA\\Tool.\\noext. \"",
+          "C:\\QUARRA\\Tool\\Tool.exe.", "C:\\QUARRA\\Tool\\noext"})
+        EXPECT_NE(Run(std::string(program) + " " + ReportFile()), "") << program;
+    EXPECT_NE(Run((folder / "drive_c/QUARRA/Tool/noext.").string() + " " + ReportFile()), "");
+    EXPECT_EQ(Run("C:\\QUARRA\\Tool\\Tool. " + ReportFile()), "") << "Tool.exe is another program";
+    const TestVariable path("PATH", (folder / "drive_c/QUARRA/Tool").c_str());
+    EXPECT_NE(Run("noext. " + ReportFile()), "");
+
+    Install("QUARRA/Tool/exact.");
+    fs::copy_file(REPORTER_PROGRAM, folder / "drive_c/QUARRA/Tool/exact");
+    EXPECT_TRUE(Says(Run("C:\\QUARRA\\Tool\\exact. " + ReportFile()),
+                     "argument 0: " + (folder / "drive_c/QUARRA/Tool/exact.").string()));
+}
+
 TEST_F(ProcessesTest, FindsABareNameAlongThePath) {
     const TestVariable path("PATH", (folder / "drive_c/QUARRA/Tool").c_str());
     EXPECT_NE(Run("Tool.exe " + ReportFile()), "");
@@ -117,7 +134,8 @@ TEST_F(ProcessesTest, AnswersZeroForWhatCannotBeStarted) {
     for (const std::string& commandLine :
          {std::string(), std::string("   "), std::string("\"\""), std::string("C:\\none.exe"),
           std::string("Z:\\none.exe"), std::string("C:\\note.txt"), std::string("C:\\broken.exe"),
-          std::string("C:\\QUARRA"), std::string("\0C:\\QUARRA\\Tool\\Tool.exe", 25),
+          std::string("C:\\QUARRA"), std::string("C:\\QUARRA\\."), std::string("..."), std::string("C:\\..."),
+          std::string("\"\\. .\""), std::string("\0C:\\QUARRA\\Tool\\Tool.exe", 25),
           "C:\\QUARRA\\Tool\\Tool.exe " + std::string(40'000, 'x')})
         EXPECT_EQ(processes->Start(commandLine), 0) << commandLine.substr(0, 40);
     EXPECT_LT(::waitpid(-1, nullptr, WNOHANG), 0) << "no child may be left";

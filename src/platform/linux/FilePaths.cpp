@@ -51,6 +51,19 @@ std::optional<std::string> FindName(const fs::path& folder, const std::string& n
     return best;
 }
 
+/// FindName, and the same for the name without what the system drops from its end.
+std::optional<std::string> LookUp(const fs::path& folder, const std::string& name, bool isLast) {
+    if (auto found = FindName(folder, name)) return found;
+    std::string_view rest = name;
+    if (isLast)
+        rest = WithoutDroppedEnd(name);
+    else if (name.ends_with('.'))
+        rest.remove_suffix(1);
+    const bool isPlace = rest.empty() || rest == "." || rest == ".."; // "..." must not lead a folder up
+    if (isPlace || rest.size() == name.size()) return std::nullopt;
+    return FindName(folder, std::string(rest));
+}
+
 /// Names of the path behind the drive. ".." takes back one name and stops at the drive's folder.
 std::vector<std::string> NamesBelowDrive(std::string_view rest) {
     std::string text(rest);
@@ -85,8 +98,10 @@ public:
         }
         fs::path found = Drive(path);
         bool stands = true; // what is below a missing folder is missing too
-        for (const std::string& name : NamesBelowDrive(path.substr(2))) {
-            const std::optional<std::string> actual = stands ? FindName(found, name) : std::nullopt;
+        const std::vector<std::string> names = NamesBelowDrive(path.substr(2));
+        for (const std::string& name : names) {
+            const bool isLast = &name == &names.back();
+            const std::optional<std::string> actual = stands ? LookUp(found, name, isLast) : std::nullopt;
             stands = actual.has_value();
             found /= actual.value_or(name);
         }
@@ -172,6 +187,10 @@ fs::path InstallationOfEnvironment() {
 }
 
 } // namespace
+
+std::string_view WithoutDroppedEnd(std::string_view path) noexcept {
+    return path.substr(0, path.find_last_not_of(". ") + 1);
+}
 
 std::unique_ptr<FilePaths> FilePaths::Create() {
     return CreateFor(InstallationOfEnvironment());

@@ -84,9 +84,11 @@ public:
     }
 
 private:
-    /// The file of a program as it is written, or with ".exe"; a bare name also along PATH.
+    /// The file of a program as it is written, without a period at its end, or with ".exe"; a bare name also
+    /// along PATH.
     std::optional<fs::path> FindProgram(std::string_view piece) const {
-        for (const std::string& name : {std::string(piece), WithProgramExtension(piece)}) {
+        for (const std::string& name :
+             {std::string(piece), std::string(WithoutDroppedEnd(piece)), WithProgramExtension(piece)}) {
             if (name.empty()) continue;
             if (auto found = ProgramAt(name)) return found;
             if (name.find_first_of("\\/:") != std::string::npos) continue;
