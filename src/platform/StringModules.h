@@ -11,7 +11,8 @@ namespace platform {
 ///
 /// On Linux a module is a resource-only library in the Windows format and its handle is a file descriptor
 /// open on it, so that host and component, which share nothing but the process, mean the same by a number.
-/// The file is untrusted.
+/// The file is untrusted. Where it holds a string in several languages, the user's counts, by the locale of
+/// the environment (LC_ALL, LC_MESSAGES, LANG), else the neutral one, else the first.
 class StringModules {
 public:
     virtual ~StringModules() = default;

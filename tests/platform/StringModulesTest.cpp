@@ -2,6 +2,7 @@
 
 #include "tests/platform/ModuleBuilder.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/TestVariable.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,16 @@ TEST_F(StringModulesTest, GivesStringsInAnsiBytes) {
     EXPECT_EQ(Load(module, 2000), "??");
     EXPECT_EQ(Load(module, 3), "");
     EXPECT_EQ(Load(OpenModule("a.dll", u"Häßlich €")), "H\xE4\xDFlich \x80");
+}
+
+TEST_F(StringModulesTest, GivesTheUsersLanguage) {
+    const TestVariable locale("LC_ALL", "de_CH.UTF-8");
+    modules = platform::StringModules::Create();
+    const int module = Open(folder.Write("a.dll", ModuleBuilder()
+                                                      .Block(1, 0, {u"", u"neutral"})
+                                                      .Block(1, 0x0807, {u"", u"schweizerisch"})
+                                                      .Build(false)));
+    EXPECT_EQ(Load(module), "schweizerisch");
 }
 
 TEST_F(StringModulesTest, CutsAtTheCapacity) {

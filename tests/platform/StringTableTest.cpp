@@ -60,6 +60,58 @@ TEST(StringTable, PrefersTheNeutralLanguage) {
     EXPECT_EQ(TextOf(table, 0), u"neutral");
 }
 
+TEST(StringTable, PrefersTheUsersLanguage) {
+    constexpr std::uint16_t german = 0x0407, swissGerman = 0x0807, french = 0x040C;
+    const std::string module = ModuleBuilder()
+                                   .Block(1, 0, {u"neutral"})
+                                   .Block(1, 0x0007, {u"deutsch"})
+                                   .Block(1, german, {u"deutsch (Deutschland)"})
+                                   .Block(1, 0x0409, {u"english"})
+                                   .Block(2, 0x0409, {u"english alone"})
+                                   .Block(2, 0x0415, {u"polski"})
+                                   .Build(false);
+    EXPECT_EQ(TextOf(StringTable(module, german), 0), u"deutsch (Deutschland)");
+    EXPECT_EQ(TextOf(StringTable(module, swissGerman), 0), u"deutsch") << "the language without a country";
+    EXPECT_EQ(TextOf(StringTable(module, french), 0), u"neutral");
+    EXPECT_EQ(TextOf(StringTable(module), 0), u"neutral");
+    EXPECT_EQ(TextOf(StringTable(module, 0x0415), 16), u"polski") << "each block for itself";
+    EXPECT_EQ(TextOf(StringTable(module, german), 16), u"english alone");
+}
+
+TEST(StringTable, FindsTheUsersLanguageAmongMany) {
+    ModuleBuilder builder;
+    for (char16_t language = 1; language <= 300; ++language)
+        builder.Block(1, 0x400 + 2u * language, {std::u16string(1, language)});
+    const std::string module = builder.Build(true);
+    for (char16_t language = 1; language <= 300; ++language)
+        EXPECT_EQ(TextOf(StringTable(module, static_cast<std::uint16_t>(0x400 + 2 * language)), 0),
+                  std::u16string(1, language));
+    EXPECT_EQ(TextOf(StringTable(module, 0x403), 0), std::u16string(1, 1)) << "not there: the first";
+}
+
+TEST(StringTable, TakesANamedLanguageOnlyWhereItStandsFirst) {
+    // The language's directory at 48: one by name, whose number would be German's, and the neutral one.
+    const std::uint32_t below = ModuleBuilder::Below, data = 48 + 16 + 2 * 8;
+    std::string section = ModuleBuilder::Directory({{6, 24 | below}}) +
+                          ModuleBuilder::Directory({{1, 48 | below}}) +
+                          ModuleBuilder::Directory({{below | 0x407, data}, {0, data + 16}}, 1);
+    const auto addEntry = [&](std::uint32_t at) {
+        ModuleBuilder::Add(section, ModuleBuilder::SectionAddress + at, 4);
+        for (const std::uint32_t number : {32u, 0u, 0u})
+            ModuleBuilder::Add(section, number, 4);
+    };
+    addEntry(data + 32);
+    addEntry(data + 64);
+    for (const char letter : {'a', 'b'})
+        (section += {'\1', '\0', letter}).append(29, '\0');
+    const std::string module = ModuleBuilder::WithSection(false, section);
+    EXPECT_EQ(TextOf(StringTable(module, 0x407), 0), u"b");
+    EXPECT_EQ(TextOf(StringTable(module), 0), u"b");
+    std::string withoutNeutral = module;
+    withoutNeutral[ModuleBuilder::SectionOffset + 48 + 16 + 8] = 9;
+    EXPECT_EQ(TextOf(StringTable(withoutNeutral, 0x407), 0), u"a");
+}
+
 TEST(StringTable, KeepsNulsAndLongTexts) {
     const std::u16string nul(u"a\0b", 3), longest(65535, u'x');
     const StringTable table(ModuleBuilder().Block(1, 0, {nul, longest, u"behind"}).Build(true));
@@ -101,7 +153,7 @@ TEST(StringTable, SurvivesDamagedBytes) {
             const std::size_t at = random() % 2 == 0 ? random() % 0x200 : random() % bytes.size();
             bytes[at] = static_cast<char>(random() % 4 == 0 ? 0xFF : random());
         }
-        const StringTable table(std::move(bytes));
+        const StringTable table(std::move(bytes), i % 2 == 0 ? 0 : 0x407);
         for (const std::uint16_t number : Numbers)
             ++(table.Find(number) ? found : missing);
     }
@@ -122,7 +174,7 @@ TEST(StringTable, StaysQuickWhateverCountsAreClaimed) {
     // Every level is the one directory, which claims the most entries that a count can hold.
     std::vector<std::array<std::uint32_t, 2>> entries(131'070, {6, ModuleBuilder::Below});
     std::string section = ModuleBuilder::Directory(entries, 0xFFFF, 0xFFFF);
-    const auto find = [&] { return StringTable(ModuleBuilder::WithSection(false, section)).Find(1); };
+    const auto find = [&] { return StringTable(ModuleBuilder::WithSection(false, section), 0x407).Find(1); };
     EXPECT_LT(ProcessorSecondsOf([&] { EXPECT_FALSE(find()); }), InProportion);
     section = ModuleBuilder::Directory({{6, ModuleBuilder::Below}}, 0, 0xFFFF); // and they are not there
     EXPECT_LT(ProcessorSecondsOf([&] { EXPECT_FALSE(find()); }), InProportion);

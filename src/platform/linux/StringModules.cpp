@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "platform/CodePage.h"
 #include "platform/linux/StringTable.h"
+#include "platform/linux/UserLanguage.h"
 
 #include <algorithm>
 #include <array>
@@ -80,12 +81,13 @@ private:
         if (known != modules_.end()) {
             modules_.splice(modules_.begin(), modules_, known);
         } else {
-            modules_.push_front({identity, StringTable(ReadWhole(file, status.st_size))});
+            modules_.push_front({identity, StringTable(ReadWhole(file, status.st_size), language_)});
             if (modules_.size() > KeptModules) modules_.pop_back();
         }
         return &modules_.front().table;
     }
 
+    const std::uint16_t language_ = UserLanguage();
     std::unique_ptr<CodePage> codePage_ = CodePage::Create();
     std::list<Module> modules_; // the last used first
 };

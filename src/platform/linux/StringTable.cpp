@@ -136,18 +136,32 @@ std::optional<std::uint32_t> FindStringBlocks(const Library& library) {
     return std::nullopt;
 }
 
-/// Languages stand in ascending order, named ones first: the neutral one can only be the first number.
-std::optional<DirectoryEntry> ChooseLanguage(const Library& library, std::uint32_t directory) {
-    const auto neutral = library.Entry(directory, library.NamedEntries(directory));
-    if (library.NamedEntries(directory) < library.Entries(directory) && neutral &&
-        neutral->id == NeutralLanguage)
-        return neutral;
+/// The entry of a number. The numbers stand in ascending order behind the names.
+std::optional<DirectoryEntry> FindEntry(const Library& library, std::uint32_t directory, std::uint32_t id) {
+    std::uint32_t begin = library.NamedEntries(directory), end = library.Entries(directory);
+    while (begin < end) {
+        const std::uint32_t middle = begin + (end - begin) / 2;
+        const auto entry = library.Entry(directory, middle);
+        if (entry && entry->id == id) return entry;
+        if (entry && entry->id < id)
+            begin = middle + 1;
+        else
+            end = middle;
+    }
+    return std::nullopt;
+}
+
+std::optional<DirectoryEntry> ChooseLanguage(const Library& library, std::uint32_t directory,
+                                             std::uint16_t language) {
+    constexpr std::uint32_t anyCountry = 0x3FF; // the bits of the language alone
+    for (const std::uint32_t wanted : {std::uint32_t{language}, language & anyCountry, NeutralLanguage})
+        if (const auto entry = FindEntry(library, directory, wanted)) return entry;
     return library.Entries(directory) == 0 ? std::nullopt : library.Entry(directory, 0);
 }
 
 } // namespace
 
-StringTable::StringTable(std::string file) : file_(std::move(file)) {
+StringTable::StringTable(std::string file, std::uint16_t language) : file_(std::move(file)) {
     const Library library(file_);
     if (!library.Resources()) return;
     const auto names = FindStringBlocks(library);
@@ -157,9 +171,9 @@ StringTable::StringTable(std::string file) : file_(std::move(file)) {
         if (!name) return;
         if (name->HasName() || name->id < 1 || name->id > BlockCount || !name->IsDirectory()) continue;
         Block& block = blocks_[name->id - 1];
-        const auto language = ChooseLanguage(library, name->Offset());
-        if (block.size != 0 || !language || language->IsDirectory()) continue;
-        const auto data = library.Data(language->Offset());
+        const auto chosen = ChooseLanguage(library, name->Offset(), language);
+        if (block.size != 0 || !chosen || chosen->IsDirectory()) continue;
+        const auto data = library.Data(chosen->Offset());
         const auto offset = data ? library.FileOffset(data->first, data->second) : std::nullopt;
         if (offset) block = {static_cast<std::uint32_t>(*offset), data->second};
     }
