@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -30,7 +32,8 @@ inline constexpr std::uint32_t RegSz = 1;
 using RegistryKey = std::uintptr_t;
 
 /// The four registry operations used, with the system's result codes. Texts are ANSI bytes (see CodePage).
-/// Throws ComponentError only where the system behind it is a file that is damaged or cannot be written.
+/// Throws ComponentError only where the system behind it is a file that is no registry file at all or cannot
+/// be written.
 class Registry {
 public:
     virtual ~Registry() = default;
@@ -47,6 +50,11 @@ public:
     virtual std::int32_t SetValue(RegistryKey key, std::string_view name, std::uint32_t type,
                                   std::span<const char> data) = 0;
     virtual std::int32_t CloseKey(RegistryKey key) = 0;
+
+    /// What cannot be understood in the file behind the registry and is passed over: a text for a person
+    /// each, with file and line. None where the system's own registry stands behind it. Throws as the others
+    /// do.
+    virtual std::vector<std::string> Problems() { return {}; }
 };
 
 } // namespace platform

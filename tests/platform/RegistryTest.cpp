@@ -159,11 +159,26 @@ TEST_F(RegistryTest, NoticesAKeyThatWentAway) {
 }
 
 TEST_F(RegistryTest, NamesFileAndLineOfABrokenFile) {
-    const auto file = folder.Write("registry.reg", Start + "nonsense\r\n");
+    const auto file = folder.Write("registry.reg", Start.substr(1));
     RegistryKey key = 0;
     const Refusal refusal = RefusalOf([&] { Open("SOFTWARE\\A", KeyQueryValue, key); });
-    EXPECT_NE(refusal.description.find(file.string() + "\", line 4"), std::string::npos)
+    EXPECT_NE(refusal.description.find(file.string() + "\", line 1"), std::string::npos)
         << refusal.description;
+    EXPECT_EQ(RefusalOf([&] { registry->Problems(); }).description, refusal.description);
+}
+
+TEST_F(RegistryTest, ReadsAndWritesAroundLinesThatAreNone) {
+    const auto file = folder.Write("registry.reg", Start + "# mine\r\n\"v\"=\"value\"\r\n// mine\r\n");
+    const RegistryKey key = Opened(KeyQueryValue | KeySetValue);
+    EXPECT_EQ(ValueOf(key, "v"), "value\0"s);
+    EXPECT_EQ(registry->SetValue(key, "v", RegSz, "new\0"s), result::Success);
+    EXPECT_EQ(folder.Read("registry.reg"), Start + "# mine\r\n\"v\"=\"new\"\r\n// mine\r\n");
+    const std::vector<std::string> problems = registry->Problems();
+    ASSERT_EQ(problems.size(), 2U);
+    EXPECT_NE(problems[0].find(file.string() + "\", line 4"), std::string::npos) << problems[0];
+    EXPECT_NE(problems[1].find("line 6"), std::string::npos) << problems[1];
+    std::filesystem::remove(file);
+    EXPECT_TRUE(registry->Problems().empty());
 }
 
 TEST_F(RegistryTest, RefusesAFileOfAbsurdSize) {

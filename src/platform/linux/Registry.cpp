@@ -157,6 +157,11 @@ public:
         return openKeys_.erase(key) == 1 ? result::Success : result::InvalidHandle;
     }
 
+    std::vector<std::string> Problems() override {
+        if (Load() != result::Success) return {};
+        return loaded_->Problems();
+    }
+
 private:
     struct OpenedKey {
         std::string path;

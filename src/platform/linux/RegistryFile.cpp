@@ -1,5 +1,6 @@
 #include "platform/linux/RegistryFile.h"
 
+#include "base/ComponentError.h"
 #include "base/Text.h"
 #include "platform/linux/RegistryValueText.h"
 
@@ -50,20 +51,21 @@ template <typename Keys> bool Holds(const Keys& keys, std::string_view key) {
 /// Reads the statements of a file into the object.
 class RegistryFile::Reader {
 public:
-    explicit Reader(RegistryFile& target) : target_(target), cursor_{target.source_.text, 0, target.file_} {}
+    explicit Reader(RegistryFile& target) : target_(target), cursor_{target.source_.text, 0} {}
 
     void Run() {
-        CheckLines();
-        if (SkipToStatement()) ReadHeader();
+        try {
+            CheckLines();
+            ReadHeader();
+        } catch (const RegistryMisreading& misreading) {
+            RegistryFileBroken(target_.file_, LineOf(misreading.At()), misreading.what());
+        }
         while (SkipToStatement()) {
-            statement_ = cursor_.at;
-            cursor_.SkipBlanks();
-            if (cursor_.Next() == '[')
-                ReadSection();
-            else if (cursor_.Next() == '"' || cursor_.Next() == '@')
-                ReadValue();
-            else
-                cursor_.Fail("expected a key in brackets, a value or a comment");
+            try {
+                ReadStatement();
+            } catch (const RegistryMisreading& misreading) {
+                PassOver(misreading);
+            }
         }
     }
 
@@ -74,27 +76,84 @@ private:
                 start.Fail("expected a line of at most " + std::to_string(MaximumLine) + " bytes");
     }
 
+    /// The line of a place at or behind the current statement.
+    std::size_t LineOf(std::size_t at) {
+        const std::string_view text = target_.source_.text;
+        const auto linesIn = [text](std::size_t begin, std::size_t end) {
+            const std::string_view piece = text.substr(begin, end - begin);
+            return static_cast<std::size_t>(std::count(piece.begin(), piece.end(), '\n'));
+        };
+        line_ += linesIn(countedTo_, statement_); // all of it again each time would be quadratic
+        countedTo_ = statement_;
+        return line_ + linesIn(statement_, at);
+    }
+
     /// Past empty lines and comments; false at the end.
     bool SkipToStatement() {
         for (;;) {
             RegistryCursor ahead = cursor_;
             ahead.SkipBlanks();
             if (ahead.AtEnd()) return false;
-            if (ahead.Next() != ';' && ahead.Next() != '\r' && ahead.Next() != '\n') return true;
+            if (ahead.Next() != ';' && ahead.Next() != '\r' && ahead.Next() != '\n') break;
             ahead.TakeLine();
             cursor_.at = ahead.at;
         }
+        statement_ = cursor_.at;
+        return true;
     }
 
+    /// The header, and comments of other kinds of files in front of it.
     void ReadHeader() {
-        const RegistryCursor start = cursor_;
-        const std::string_view line = cursor_.TakeLine();
-        if (!std::string_view(target_.source_.text).substr(0, cursor_.at).ends_with("\r\n"))
-            target_.lineEnd_ = "\n";
-        const std::string_view header = base::TrimBlanks(line);
-        if (header != RegistryHeader5 && header != RegistryHeader4)
-            start.Fail("expected \"" + std::string(RegistryHeader5) + "\"");
-        target_.isVersion5_ = header == RegistryHeader5;
+        for (; SkipToStatement(); PassOver({statement_, "expected a comment to begin with \";\""})) {
+            const RegistryCursor start = cursor_;
+            const std::string_view line = cursor_.TakeLine();
+            const std::string_view header = base::TrimBlanks(line);
+            if (header.starts_with('#') || header.starts_with("//")) continue;
+            if (!std::string_view(target_.source_.text).substr(0, cursor_.at).ends_with("\r\n"))
+                target_.lineEnd_ = "\n";
+            if (header != RegistryHeader5 && header != RegistryHeader4)
+                start.Fail("expected \"" + std::string(RegistryHeader5) + "\"");
+            target_.isVersion5_ = header == RegistryHeader5;
+            return;
+        }
+    }
+
+    void ReadStatement() {
+        cursor_.SkipBlanks();
+        if (cursor_.Next() == '[')
+            ReadSection();
+        else if (cursor_.Next() == '"' || cursor_.Next() == '@')
+            ReadValue();
+        else
+            cursor_.Fail("expected a key in brackets, a value or a comment");
+    }
+
+    /// Notes a statement that cannot be understood and goes on behind it. Of a text that is never closed that
+    /// is the next line, of a row of bytes the line behind its last.
+    void PassOver(const RegistryMisreading& misreading) {
+        const std::size_t line = LineOf(misreading.At());
+        if (target_.problems_.size() == MaximumProblems)
+            RegistryFileBroken(target_.file_, line,
+                               "this is one more than " + std::to_string(MaximumProblems) +
+                                   " lines that cannot be understood");
+        target_.problems_.push_back(RegistryProblem(target_.file_, line, misreading.what()));
+
+        cursor_.at = statement_;
+        cursor_.SkipBlanks();
+        if (cursor_.Next() == '[') LoseSection();
+        std::string_view taken = cursor_.TakeLine();
+        const bool isRow = taken.find("=hex") != std::string_view::npos;
+        while (isRow && taken.substr(0, taken.find_last_not_of(" \t") + 1).ends_with('\\')) {
+            cursor_.SkipBlanks();
+            if (std::string_view("[\"@;\r\n").find(cursor_.Next()) != std::string_view::npos) break;
+            taken = cursor_.TakeLine();
+        }
+    }
+
+    /// What follows belongs to no key.
+    void LoseSection() {
+        section_ = nullptr;
+        isLost_ = true;
     }
 
     void ReadSection() {
@@ -111,8 +170,7 @@ private:
         std::string key = KeyForm(path);
         if (key.empty()) start.Fail("expected a key between the brackets");
         if (isDeletion) {
-            section_ = nullptr;
-            inDeletion_ = true;
+            LoseSection();
             Delete(key);
             return;
         }
@@ -129,9 +187,8 @@ private:
         const std::size_t value = cursor_.at;
         const bool isDeletion = !ReadRegistryValue(cursor_);
         cursor_.FinishLine();
-        if (section_ == nullptr && !inDeletion_)
-            start.Fail("expected a key in brackets before the first value");
-        if (section_ == nullptr) return; // below a deleted key: nothing to hold it
+        if (section_ == nullptr && !isLost_) start.Fail("expected a key in brackets before the first value");
+        if (section_ == nullptr) return; // nothing to hold it
         section_->insertAt = cursor_.at;
         if (isDeletion)
             section_->values.erase(base::UpperCase(name));
@@ -155,7 +212,8 @@ private:
     RegistryCursor cursor_;
     std::size_t statement_ = 0; // where the current line begins
     Key* section_ = nullptr;
-    bool inDeletion_ = false;
+    bool isLost_ = false; // below a deleted key, or below what should have been one
+    std::size_t line_ = 1, countedTo_ = 0;
 };
 
 RegistryFile::RegistryFile(std::string_view bytes, const CodePage& codePage, std::string file)
@@ -173,7 +231,7 @@ std::optional<RegistryValue> RegistryFile::Find(std::string_view key, std::strin
     const auto found = section->second.values.find(base::UpperCase(name));
     if (found == section->second.values.end()) return std::nullopt;
 
-    RegistryCursor cursor{source_.text, found->second.value, file_};
+    RegistryCursor cursor{source_.text, found->second.value};
     RegistryValueText written = ReadRegistryValue(cursor).value();
     if (written.isQuoted) {
         written.data = codePage_.ToAnsi(written.data);
@@ -205,23 +263,33 @@ std::string RegistryFile::LineFor(std::string_view name, const RegistryValue& va
     return line + WriteRegistryValue(written, line.size(), lineEnd_) + lineEnd_;
 }
 
-std::string RegistryFile::WithValue(std::string_view key, std::string_view name,
-                                    const RegistryValue& value) const {
-    RegistryText changed = source_;
-    std::string& text = changed.text;
+std::string RegistryFile::TextWithValue(std::string_view key, std::string_view name,
+                                        const RegistryValue& value) const {
+    std::string text = source_.text;
     const std::string line = LineFor(name, value);
     const Key none;
     const auto section = keys_.find(KeyForm(key));
     const Key& place = section == keys_.end() ? none : section->second;
-    if (const auto found = place.values.find(base::UpperCase(name)); found != place.values.end()) {
-        text.replace(found->second.begin, found->second.end - found->second.begin, line);
-        return changed.ToBytes(codePage_);
-    }
+    if (const auto found = place.values.find(base::UpperCase(name)); found != place.values.end())
+        return text.replace(found->second.begin, found->second.end - found->second.begin, line);
     const std::size_t at = place.insertAt.value_or(text.size());
-    std::string added = at > 0 && text[at - 1] != '\n' ? lineEnd_ : "";
+    const char before = at > 0 ? text[at - 1] : '\n';
+    std::string added = before == '\n' ? "" : before == '\r' ? "\n" : lineEnd_;
     if (!place.insertAt) added += lineEnd_ + "[" + std::string(key) + "]" + lineEnd_;
-    text.insert(at, added + line);
-    return changed.ToBytes(codePage_);
+    return text.insert(at, added + line);
+}
+
+std::string RegistryFile::WithValue(std::string_view key, std::string_view name,
+                                    const RegistryValue& value) const {
+    const std::string bytes =
+        RegistryText{source_.encoding, TextWithValue(key, name, value)}.ToBytes(codePage_);
+    if (problems_.empty()) return bytes;
+    const RegistryFile written(bytes, codePage_, file_);
+    if (!written.Find(key, name) || written.problems_.size() != problems_.size())
+        throw base::ComponentError(base::errors::FileAccess, "KvTM10.Registry",
+                                   "registry file \"" + file_ + "\": a text in front of the value \"" +
+                                       std::string(name) + "\" is never closed");
+    return bytes;
 }
 
 } // namespace platform

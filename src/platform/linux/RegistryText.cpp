@@ -50,10 +50,14 @@ std::string TextOfUtf16(std::string_view bytes, std::string_view file) {
 
 } // namespace
 
+std::string RegistryProblem(std::string_view file, std::size_t line, std::string_view problem) {
+    std::string text = "registry file \"";
+    return text.append(file).append("\", line ").append(std::to_string(line)).append(": ").append(problem);
+}
+
 void RegistryFileBroken(std::string_view file, std::size_t line, std::string_view problem) {
-    std::string description = "registry file \"";
-    description.append(file).append("\", line ").append(std::to_string(line)).append(": ").append(problem);
-    throw base::ComponentError(base::errors::FileAccess, "KvTM10.Registry", std::move(description));
+    throw base::ComponentError(base::errors::FileAccess, "KvTM10.Registry",
+                               RegistryProblem(file, line, problem));
 }
 
 RegistryText RegistryText::FromBytes(std::string_view bytes, const CodePage& codePage,

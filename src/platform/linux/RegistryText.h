@@ -20,7 +20,9 @@ struct RegistryText {
     std::string ToBytes(const CodePage& codePage) const;
 };
 
-/// The error of a registry file that cannot be understood: file, line from 1, what was expected and found.
+/// What is told of a registry file: its name, the line from 1, what was expected and found.
+std::string RegistryProblem(std::string_view file, std::size_t line, std::string_view problem);
+/// The same as the error of a file that cannot be understood as a whole.
 [[noreturn]] void RegistryFileBroken(std::string_view file, std::size_t line, std::string_view problem);
 
 /// Little-endian bytes to UTF-16 units (half a unit at the end is dropped) and back.

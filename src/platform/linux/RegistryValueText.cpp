@@ -1,7 +1,6 @@
 #include "platform/linux/RegistryValueText.h"
 
 #include "base/Text.h"
-#include "platform/linux/RegistryText.h"
 
 #include <algorithm>
 #include <charconv>
@@ -99,14 +98,11 @@ void RegistryCursor::FinishLine() {
 }
 
 void RegistryCursor::Fail(std::string_view problem) const {
-    const std::string_view before = text.substr(0, at);
-    const auto line = 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
     constexpr std::size_t ShownLength = 40; // characters
     RegistryCursor here = *this;
     const std::string_view found = base::FirstCharacters(here.TakeLine(), ShownLength);
-    RegistryFileBroken(file, line,
-                       std::string(problem) +
-                           (found.empty() ? ", found nothing" : ", found " + RegistryQuoted(found)));
+    throw RegistryMisreading(
+        at, std::string(problem) + (found.empty() ? ", found nothing" : ", found " + RegistryQuoted(found)));
 }
 
 std::string ReadRegistryQuoted(RegistryCursor& cursor) {

@@ -2,16 +2,26 @@
 
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace platform {
 
+/// A statement of a registry file that cannot be understood: what was expected and found, and where.
+class RegistryMisreading : public std::runtime_error {
+public:
+    RegistryMisreading(std::size_t at, const std::string& problem) : runtime_error(problem), at_(at) {}
+    std::size_t At() const noexcept { return at_; }
+
+private:
+    std::size_t at_;
+};
+
 /// A place in the text of a registry file.
 struct RegistryCursor {
     std::string_view text;
     std::size_t at = 0;
-    std::string_view file; // for errors
 
     bool AtEnd() const noexcept { return at >= text.size(); }
     /// NUL at the end, which no statement begins with.
@@ -22,7 +32,7 @@ struct RegistryCursor {
     std::string_view TakeLine() noexcept;
     /// Refuses anything but blanks and a comment up to the line's end; then past the end.
     void FinishLine();
-    /// The error of the place where the cursor stands.
+    /// Throws the misreading of the place where the cursor stands.
     [[noreturn]] void Fail(std::string_view problem) const;
 };
 
