@@ -101,6 +101,8 @@ HostBridge::~HostBridge() {
 
 void HostBridge::Load(const Start& start) {
     const Work work(*this);
+    for (const std::string& problem : host_->Problems()) // of opening the installation
+        OnProblem(problem);
     if (!start.language.empty() && host_->Framework()->SwitchLanguage(start.language).empty()) {
         throw base::ComponentError(base::errors::InvalidCall, "arvon-desktop",
                                    "no language \"" + start.language + "\": expected one of " +

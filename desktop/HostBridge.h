@@ -64,8 +64,9 @@ public:
         std::optional<base::Value> profile;
         std::string language; // empty: as set in the installation
     };
-    /// Loads the launcher, and then the component. Throws ComponentError when the component cannot be loaded
-    /// or the language is none of the suite; trouble with the launcher is told by Problem.
+    /// Tells what the host found wrong with the installation, loads the launcher, and then the component.
+    /// Throws ComponentError when the component cannot be loaded or the language is none of the suite;
+    /// trouble with the launcher is told by Problem.
     void Load(const Start& start);
 
     arvon::host::ReferenceHost& Host() { return *host_; }

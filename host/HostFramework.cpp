@@ -1,6 +1,8 @@
 #include "host/HostFramework.h"
 
+#include "base/ComponentError.h"
 #include "host/Messages.h"
+#include "platform/Registry.h"
 
 #include <array>
 #include <utility>
@@ -48,6 +50,7 @@ HostFramework::HostFramework(std::filesystem::path installation, Hooks hooks)
                 }) {
     router_->Register(listenerId::Shell, shell_);
     AddOwnItems();
+    TellRegistryProblems();
 }
 
 HostFramework::~HostFramework() {
@@ -64,6 +67,14 @@ void HostFramework::AddOwnItems() {
     button->SetToolTip("Show updates of the installed programs");
     button->SetPicture("upd");
     button->SetVisible(true);
+}
+
+void HostFramework::TellRegistryProblems() {
+    try {
+        for (const std::string& problem : platform::Registry::Create(*paths_)->Problems())
+            trace_.Problem(problem);
+    } catch (const base::ComponentError&) { // no registry file at all: whoever reads it is told, every time
+    }
 }
 
 bool HostFramework::LoadTool(ITool& tool) {

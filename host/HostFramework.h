@@ -84,6 +84,7 @@ private:
     friend class ReferenceHost::ModelView;
 
     void AddOwnItems();
+    void TellRegistryProblems();
     bool LoadTool(ITool& tool);
 
     // in the order in which they need each other

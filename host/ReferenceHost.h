@@ -52,7 +52,8 @@ struct Hooks {
 class ReferenceHost {
 public:
     /// Opens an installation: a folder with registry.reg and drive_c, perhaps host.ini. Throws PathNotFound
-    /// or FileNotFound when it is none, naming what is missing.
+    /// or FileNotFound when it is none, naming what is missing. Lines of registry.reg and host.ini that
+    /// cannot be understood are among the Problems then.
     explicit ReferenceHost(const std::filesystem::path& installation, Hooks hooks = {});
     ~ReferenceHost();
     ReferenceHost(const ReferenceHost&) = delete;

@@ -29,6 +29,15 @@ protected:
     }
 };
 
+TEST_F(ReportsTest, TellsWhatTheHostFoundWrongWithTheInstallation) {
+    QFile registry(QString::fromStdString((suite / "registry.reg").string()));
+    ASSERT_TRUE(registry.open(QIODevice::Append));
+    registry.write("# mine\r\n");
+    registry.close();
+    Open();
+    EXPECT_THAT(window->statusBar()->currentMessage().toStdString(), HasSubstr("registry.reg"));
+}
+
 TEST_F(ReportsTest, StandInTheStatusBarUntilTheNextAction) {
     Open();
     EXPECT_EQ(Line().text(), QString());

@@ -111,6 +111,21 @@ TEST_F(SettingsOfTheHost, TellOfLinesWithoutAMeaning) {
     EXPECT_THAT(Host().Problems()[0], HasSubstr("host.ini, line 2: "));
 }
 
+TEST_F(SettingsOfTheHost, TellOfRegistryLinesWithoutAMeaning) {
+    const auto file = installation.Folder() / "registry.reg";
+    std::ofstream(file, std::ios::app) << "# mine\n\"Logo\"=hex:0g\n";
+    OpenWithIni("");
+    ASSERT_EQ(Host().Problems().size(), 2u);
+    EXPECT_THAT(Host().Problems()[0], AllOf(HasSubstr(file.string()), HasSubstr("found \"# mine\"")));
+    EXPECT_THAT(Host().Problems()[1], HasSubstr("expected two hexadecimal digits"));
+}
+
+TEST_F(SettingsOfTheHost, OpenAnInstallationWhoseRegistryIsNone) {
+    std::ofstream(installation.Folder() / "registry.reg") << "nonsense";
+    OpenWithIni("");
+    EXPECT_THAT(Host().Problems(), IsEmpty()) << "who reads a value is told";
+}
+
 TEST_F(SettingsOfTheHost, MustBeReadable) {
     std::filesystem::remove(installation.Folder() / "host.ini");
     std::filesystem::create_directory(installation.Folder() / "host.ini");
