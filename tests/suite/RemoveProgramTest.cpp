@@ -258,9 +258,55 @@ TEST_F(RemoveProgram, NeedsTheInstallLog) {
     ExpectRefused("\"Install.log\": there is no such file");
 }
 
-TEST_F(RemoveProgram, NeedsTheProgramFolder) {
+TEST_F(RemoveProgram, CountsAProgramWithoutAFolderAsGone) {
+    const auto expected = Snapshot();
+    for (int run = 0; run < 2; ++run) {
+        fs::remove(Quarra("Enviro/ResultOK.txt"));
+        const ProgramEnd end = Remove("X9");
+        EXPECT_EQ(end.exitCode, 0) << end.errors;
+        EXPECT_TRUE(HasResult());
+        EXPECT_THAT(Report(), HasSubstr("removed X9"));
+    }
+    ASSERT_EQ(Remove("Tobr43").exitCode, 0);
+    EXPECT_EQ(Remove("Tobr43").exitCode, 0) << "the catalogue may have kept it";
+    EXPECT_TRUE(HasResult());
+    auto after = Snapshot();
+    for (const char* own : {"ResultOK.txt", "Remove.ini"})
+        EXPECT_EQ(after.erase(std::string("suite/drive_c/QUARRA/Enviro/") + own), 1U);
+    std::erase_if(after, [&](const auto& entry) {
+        return expected.contains(entry.first) && expected.at(entry.first) == entry.second;
+    });
+    EXPECT_THAT(after, IsEmpty());
+}
+
+TEST_F(RemoveProgram, CountsAnEmptyFolderWithoutALogAsGone) {
+    fs::create_directory(Quarra("X1"));
+    const ProgramEnd end = Remove("X1");
+    EXPECT_EQ(end.exitCode, 0) << end.errors;
+    EXPECT_TRUE(HasResult());
+    EXPECT_FALSE(fs::exists(Quarra("X1")));
+
+    fs::create_directories(Quarra("X1/Data"));
+    WriteRequest("X1");
+    fs::remove(Quarra("Enviro/ResultOK.txt"));
+    ExpectRefused("\"Install.log\": there is no such file");
+}
+
+TEST_F(RemoveProgram, RefusesALinkToNothingInThePlaceOfTheProgramFolder) {
+    fs::create_symlink("nowhere", Quarra("X9"));
     WriteRequest("X9");
-    ExpectRefused("\"X9\": there is no such program folder");
+    ExpectRefused("\"X9\": is a link or no folder");
+}
+
+TEST_F(RemoveProgram, RefusesAWrongRequestForAProgramWithoutAFolder) {
+    for (const std::string vrex : {"", ".", "..", "X9\\", "X9/a", "..\\X9", "Enviro"}) {
+        SCOPED_TRACE(vrex);
+        WriteRequest(vrex);
+        ExpectRefused("Remove.ini: the VREX");
+    }
+    Write(Quarra("Enviro/Remove.ini"),
+          "[Program]\r\nVREX=X9\r\nName=\r\nLogfile=C:\\QUARRA\\Tobr43\\Install.log\r\n");
+    ExpectRefused("is refused");
 }
 
 TEST_F(RemoveProgram, RefusesALogOfAnotherPlace) {
@@ -300,7 +346,8 @@ TEST_F(RemoveProgram, RefusesARequestOfAnotherShape) {
 TEST_F(RemoveProgram, AFailureTakesTheResultOfAnEarlierRunAway) {
     ASSERT_EQ(Remove("Tobr43").exitCode, 0);
     ASSERT_TRUE(HasResult());
-    EXPECT_EQ(Remove("Tobr43").exitCode, 1);
+    fs::remove(Quarra("Tobr44/Install.log"));
+    EXPECT_EQ(Remove("Tobr44").exitCode, 1);
     EXPECT_FALSE(HasResult());
     EXPECT_THAT(Report(), AllOf(HasSubstr("not removed"), testing::Not(HasSubstr("\nremoved"))));
 }
@@ -351,6 +398,64 @@ TEST_F(RemoveProgram, WorksOnTheDriveThatItLiesOn) {
     const ProgramEnd end = Run(quarra / "Enviro/KT4-RemoveProgram.exe");
     EXPECT_EQ(end.exitCode, 0) << end.errors;
     EXPECT_FALSE(fs::exists(quarra / "X1"));
+}
+
+/// The copy with its drive moved away and a link in its place; the environment names the copy.
+class RemoveProgramOnALinkedDrive : public RemoveProgram {
+protected:
+    void Link(const fs::path& target) {
+        fs::create_directories(target.parent_path());
+        fs::rename(Installation() / "drive_c", target);
+        fs::create_directory_symlink(target, Installation() / "drive_c");
+    }
+    TestVariable installation{"ARVON_INSTALLATION", Installation().c_str()};
+};
+
+TEST_F(RemoveProgramOnALinkedDrive, RemovesAProgram) {
+    Link(Outside("elsewhere/of any name"));
+    const ProgramEnd end = Remove("Tobr43");
+    EXPECT_EQ(end.exitCode, 0) << end.errors;
+    EXPECT_TRUE(HasResult());
+    EXPECT_FALSE(fs::exists(Outside("elsewhere/of any name/QUARRA/Tobr43")));
+    EXPECT_TRUE(fs::exists(Quarra("Tobr44/Tobr44.exe")));
+}
+
+TEST_F(RemoveProgramOnALinkedDrive, RemovesAProgramWhereTheLinkLeadsToAnotherDrive) {
+    Link(Installation() / "drive_d");
+    const ProgramEnd end = Remove("Tobr43");
+    EXPECT_EQ(end.exitCode, 0) << end.errors;
+    EXPECT_FALSE(fs::exists(Quarra("Tobr43")));
+}
+
+TEST_F(RemoveProgramOnALinkedDrive, RefusesWhatItRefusesOnAnyDrive) {
+    Link(Outside("elsewhere/c"));
+    Install("a.txt\r\nC:\\QUARRA\\Tobr43\\Tobr43.exe\r\n", {"a.txt"});
+    WriteRequest("X1");
+    ExpectRefused("install log, line 2");
+    WriteRequest("..");
+    ExpectRefused("the VREX \"..\"");
+    fs::create_directory_symlink(Outside("elsewhere"), Quarra("X2"));
+    WriteRequest("X2");
+    ExpectRefused("\"X2\": is a link or no folder");
+    WriteRequest("X1");
+    Write(Quarra("Enviro/Remove.ini"),
+          "[Program]\r\nVREX=X1\r\nName=\r\nLogfile=D:\\QUARRA\\X1\\Install.log\r\n");
+    ExpectRefused("is not the folder QUARRA");
+}
+
+TEST_F(RemoveProgramOnALinkedDrive, RefusesAQuarraFolderThatIsALinkItself) {
+    fs::rename(Installation() / "drive_c/QUARRA", Outside("QUARRA"));
+    fs::create_directory_symlink(Outside("QUARRA"), Installation() / "drive_c/QUARRA");
+    WriteRequest("Tobr43");
+    ExpectRefused("is not the folder QUARRA");
+}
+
+TEST_F(RemoveProgramOnALinkedDrive, RefusesToWorkOnADriveOfAnotherInstallation) {
+    Link(Outside("elsewhere/c"));
+    fs::create_directories(Outside("other/drive_c/QUARRA"));
+    const TestVariable other("ARVON_INSTALLATION", Outside("other").c_str());
+    WriteRequest("Tobr43");
+    ExpectRefused("is not the folder QUARRA");
 }
 
 TEST_F(RemoveProgram, TakesNoArguments) {

@@ -74,13 +74,16 @@ Descriptor::~Descriptor() {
     if (number_ >= 0) close(number_);
 }
 
-ProgramFolder::ProgramFolder(const std::filesystem::path& quarra, const std::string& vrex)
-    : quarra_(open(quarra.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    if (!quarra_) FailBySystem(quarra.string());
-    name_ = SpelledName(quarra_.Number(), vrex, vrex);
-    if (KindOf(quarra_.Number(), name_, vrex) == Kind::Missing)
-        Fail(base::errors::PathNotFound, vrex, "there is no such program folder");
-    folder_ = OpenFolder(quarra_.Number(), name_, vrex);
+std::optional<ProgramFolder> ProgramFolder::Open(const std::filesystem::path& quarra,
+                                                 const std::string& vrex) {
+    ProgramFolder program;
+    program.quarra_ = Descriptor(open(quarra.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const int parent = program.quarra_.Number();
+    if (parent < 0) FailBySystem(quarra.string());
+    program.name_ = SpelledName(parent, vrex, vrex);
+    if (KindOf(parent, program.name_, vrex) == Kind::Missing) return std::nullopt;
+    program.folder_ = OpenFolder(parent, program.name_, vrex);
+    return program;
 }
 
 ProgramFolder::Place ProgramFolder::Locate(const ProgramPath& path) const {

@@ -3,6 +3,7 @@
 #include "suite/programs/removal/InstallLog.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,9 +31,8 @@ class ProgramFolder {
 public:
     enum class Kind { Missing, File, Folder }; // a link counts as a file: it can be taken away, not followed
 
-    /// Opens QUARRA\<vrex>. Throws PathNotFound when it is missing, FileAccess when it is a link or no
-    /// folder.
-    ProgramFolder(const std::filesystem::path& quarra, const std::string& vrex);
+    /// Opens QUARRA\<vrex>; nothing when it is missing. Throws FileAccess when it is a link or no folder.
+    static std::optional<ProgramFolder> Open(const std::filesystem::path& quarra, const std::string& vrex);
 
     /// A path as its names are spelled on the disk, and what lies there. Throws FileAccess when the way to it
     /// leads over a link or a file.
@@ -51,6 +51,8 @@ public:
     bool RemoveFolderIfEmpty(const ProgramPath& path) const;
 
 private:
+    ProgramFolder() = default;
+
     struct Place {
         Descriptor parent; // none when a folder on the way is missing
         Found found;
