@@ -1,6 +1,7 @@
 #include "host/ToolsXml.h"
 
 #include "base/Text.h"
+#include "base/XmlEncoding.h"
 
 #include <algorithm>
 #include <map>
@@ -192,15 +193,9 @@ void Cut(Replacements& replacements, std::string_view text, const std::vector<To
 
 /// The encoding in the XML declaration becomes what the text is in.
 void SetEncoding(Replacements& replacements, std::string_view text) {
-    if (!text.starts_with("<?xml")) return;
-    const std::string_view declaration = text.substr(0, text.find("?>"));
-    const std::size_t name = declaration.find("encoding");
-    if (name == std::string_view::npos) return;
-    const std::size_t quote = declaration.find_first_of("\"'", name);
-    const std::size_t begin = quote + 1;
-    const std::size_t end = declaration.find(declaration[quote], begin);
-    if (base::EqualIgnoringCase(declaration.substr(begin, end - begin), "UTF-8")) return;
-    replacements.insert_or_assign(begin, Replacement{end, "UTF-8"});
+    const auto name = base::FindXmlEncoding(text);
+    if (!name || base::EqualIgnoringCase(text.substr(name->offset, name->length), "UTF-8")) return;
+    replacements.insert_or_assign(name->offset, Replacement{name->offset + name->length, "UTF-8"});
 }
 
 } // namespace

@@ -107,9 +107,9 @@ public:
     /// Replaces the content. On failure an InvalidCall that names line and column, content unchanged. The
     /// text is UTF-8, whatever its XML declaration names.
     void LoadText(std::string_view text);
-    /// As LoadText, for a file in UTF-8, UTF-16, US-ASCII, ISO-8859-1 or windows-1252, as its byte order mark
-    /// or its declaration says. Descriptions name the file. FileNotFound when it is missing, FileAccess for
-    /// what cannot be read or is no regular file.
+    /// As LoadText, for a file in any encoding that the system's library reads, as its byte order mark or its
+    /// declaration says (see DecodeXml). Descriptions name the file. FileNotFound when it is missing,
+    /// FileAccess for what cannot be read or is no regular file.
     void LoadFile(const std::filesystem::path& file);
     /// Replaces the content by a single empty element.
     XmlNode CreateRoot(const char* name);

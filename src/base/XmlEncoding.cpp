@@ -1,114 +1,151 @@
 #include "base/XmlEncoding.h"
 
 #include "base/Text.h"
+#include "base/TextConverter.h"
 #include "base/Utf8.h"
+#include "base/XmlDocument.h"
 #include "base/XmlFault.h"
 
-#include <array>
-#include <string_view>
+#include <algorithm>
 
 namespace base {
 
 namespace {
 
-/// Characters of the bytes 0x80 to 0x9F in windows-1252; unused bytes are control characters.
-constexpr std::array<char16_t, 32> windows1252 = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+using namespace std::string_view_literals;
 
-enum class ByteOrder { LittleEndian, BigEndian };
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view Blanks = " \t\r\n";
 
-std::string FromUtf16Bytes(std::string_view bytes, ByteOrder order) {
-    const auto unitAt = [bytes, order](std::size_t at) {
-        const auto first = static_cast<unsigned char>(bytes[at]);
-        const auto second = static_cast<unsigned char>(bytes[at + 1]);
-        const unsigned unit = order == ByteOrder::BigEndian ? first << 8 | second : second << 8 | first;
-        return static_cast<char32_t>(unit);
+/// How files without a name for their encoding begin. Longer ones first: a UTF-32 mark begins as a UTF-16
+/// one.
+struct Form {
+    std::string_view start;
+    std::size_t markLength;
+    const char* encoding;
+};
+constexpr Form Forms[] = {
+    {"\xFF\xFE\0\0"sv, 4, "UTF-32LE"}, {"\0\0\xFE\xFF"sv, 4, "UTF-32BE"}, {"<\0\0\0"sv, 0, "UTF-32LE"},
+    {"\0\0\0<"sv, 0, "UTF-32BE"},      {"\xFF\xFE"sv, 2, "UTF-16LE"},     {"\xFE\xFF"sv, 2, "UTF-16BE"},
+    {"<\0"sv, 0, "UTF-16LE"},          {"\0<"sv, 0, "UTF-16BE"},
+};
+constexpr std::string_view EbcdicStart = "\x4C\x6F\xA7\x94"; // "<?xm"
+constexpr const char* EbcdicInvariant = "IBM037"; // has the declaration's characters as all of them
+
+bool IsAsciiLetter(char character) noexcept {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+/// The grammar of XML for such names. It leaves out what the library would take for more than a name
+/// ("//IGNORE").
+bool IsEncodingName(std::string_view name) {
+    constexpr std::size_t longest = 64;
+    return !name.empty() && name.size() <= longest && IsAsciiLetter(name[0]) &&
+           std::all_of(name.begin(), name.end(), [](char each) {
+               return IsAsciiLetter(each) || (each >= '0' && each <= '9') ||
+                      "._-"sv.find(each) != "._-"sv.npos;
+           });
+}
+
+/// Whether the system gives the bytes without a character in this code page the control of the same number.
+/// Of 1255 and 1258 the converter may hold a letter back, which a control must not overtake.
+bool FillsGaps(std::string_view name) {
+    const std::string upper = UpperCase(name);
+    const bool isOfSystem = upper.starts_with("WINDOWS-125") || upper.starts_with("CP125");
+    return isOfSystem && !upper.ends_with('5') && !upper.ends_with('8');
+}
+
+/// The text of bytes in an encoding, whose name the library knows.
+std::string Decode(std::string_view bytes, const TextConverter& converter, std::string_view name) {
+    const bool fillsGaps = FillsGaps(name);
+    return converter.Run(
+        bytes,
+        [&](std::string_view rest, std::string& text) -> std::size_t {
+            const auto byte = static_cast<unsigned char>(rest[0]);
+            if (!fillsGaps || byte < 0x80 || byte >= 0xA0)
+                RaiseXmlFaultAt(text, text.size(), "the bytes are no character of " + std::string(name));
+            AppendUtf8(text, byte);
+            return 1;
+        },
+        XmlDocument::MaximumBytes);
+}
+
+/// Takes what cannot be read for a difference to what is expected.
+std::string DecodeRoughly(std::string_view bytes, const TextConverter& converter) {
+    return converter.Run(bytes, [](std::string_view rest, std::string& text) {
+        text += '\0';
+        return rest.size();
+    });
+}
+
+/// The text of bytes whose declaration, read as `head`, names their encoding.
+std::string DecodeAsDeclared(std::string_view bytes, std::string_view head, XmlEncodingName place) {
+    const std::string name(head.substr(place.offset, place.length));
+    const auto refuse = [&](std::string_view reason) {
+        constexpr std::size_t shownCharacters = 40;
+        RaiseXmlFaultAt(head, place.offset,
+                        "the encoding \"" + std::string(FirstCharacters(name, shownCharacters)) + "\" " +
+                            std::string(reason));
     };
-    std::string text;
-    text.reserve(bytes.size());
-    for (std::size_t at = 0; at < bytes.size(); at += 2) {
-        if (at + 1 == bytes.size()) RaiseXmlFaultAt(text, text.size(), "half a UTF-16 unit at the end");
-        char32_t character = unitAt(at);
-        if (character >= 0xD800 && character <= 0xDFFF) {
-            const char32_t low = at + 3 < bytes.size() ? unitAt(at + 2) : 0;
-            if (character >= 0xDC00 || low < 0xDC00 || low > 0xDFFF)
-                RaiseXmlFaultAt(text, text.size(), "half a UTF-16 surrogate pair");
-            character = 0x10000 + ((character - 0xD800) << 10) + (low - 0xDC00);
-            at += 2;
-        }
-        AppendUtf8(text, character);
-    }
-    return text;
+    if (!IsEncodingName(name)) refuse("is not supported here");
+    const TextConverter converter("UTF-8", name);
+    if (!converter.IsOpen()) refuse("is not supported here");
+    if (DecodeRoughly(bytes.substr(0, head.size()), converter) != head) refuse("is not that of these bytes");
+    return Decode(bytes, converter, name);
 }
 
-enum class ByteSet { Ascii, Latin1, Windows1252 };
-
-std::string FromBytes(std::string_view bytes, ByteSet set) {
-    std::string text;
-    text.reserve(bytes.size());
-    for (const char each : bytes) {
-        const auto byte = static_cast<unsigned char>(each);
-        if (set == ByteSet::Ascii && byte >= 0x80)
-            RaiseXmlFaultAt(text, text.size(), "a byte that US-ASCII does not have");
-        const bool isMapped = set == ByteSet::Windows1252 && byte >= 0x80 && byte < 0xA0;
-        AppendUtf8(text, isMapped ? windows1252[byte - 0x80u] : byte);
-    }
-    return text;
+std::string DecodeEbcdic(std::string_view bytes) {
+    constexpr std::size_t longestDeclaration = 512;
+    std::string head =
+        DecodeRoughly(bytes.substr(0, longestDeclaration), TextConverter("UTF-8", EbcdicInvariant));
+    head.resize(std::min(head.find("?>"), head.size())); // ASCII up to here, so that lengths are the same
+    const auto place = FindXmlEncoding(head);
+    if (!place || !std::all_of(head.begin(), head.end(),
+                               [](char each) { return static_cast<unsigned char>(each) < 0x80; }))
+        RaiseXmlFault(1, 1, "the bytes look like EBCDIC, and no declaration says which");
+    return DecodeAsDeclared(bytes, head, *place);
 }
-
-struct DeclaredEncoding {
-    std::string name; // upper case; empty when none is declared
-    std::size_t offset = 0;
-};
-
-/// What an XML declaration at the start names. A malformed one is left to the parser.
-DeclaredEncoding FindDeclaredEncoding(std::string_view bytes) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto skipBlanks = [&](std::size_t at) { return bytes.find_first_not_of(blanks, at); };
-    bytes = bytes.substr(0, bytes.find("?>"));
-    if (!bytes.starts_with("<?xml")) return {};
-    std::size_t at = bytes.find("encoding");
-    if (at == std::string_view::npos) return {};
-    at = skipBlanks(at + std::string_view("encoding").size());
-    if (at == std::string_view::npos || bytes[at] != '=') return {};
-    at = skipBlanks(at + 1);
-    if (at == std::string_view::npos || (bytes[at] != '"' && bytes[at] != '\'')) return {};
-    const std::size_t end = bytes.find(bytes[at], at + 1);
-    if (end == std::string_view::npos) return {};
-    return {UpperCase(bytes.substr(at + 1, end - at - 1)), at + 1};
-}
-
-struct NamedByteSet {
-    std::string_view name;
-    ByteSet set;
-};
-constexpr NamedByteSet byteSets[] = {
-    {"US-ASCII", ByteSet::Ascii},           {"ASCII", ByteSet::Ascii},
-    {"ISO-8859-1", ByteSet::Latin1},        {"LATIN1", ByteSet::Latin1},
-    {"WINDOWS-1252", ByteSet::Windows1252}, {"CP1252", ByteSet::Windows1252}};
 
 } // namespace
 
-std::string DecodeXml(std::string bytes) {
-    using namespace std::string_view_literals;
-    const std::string_view view = bytes;
-    if (view.starts_with("\xEF\xBB\xBF"sv)) return bytes;
-    if (view.starts_with("\xFF\xFE"sv)) return FromUtf16Bytes(view.substr(2), ByteOrder::LittleEndian);
-    if (view.starts_with("\xFE\xFF"sv)) return FromUtf16Bytes(view.substr(2), ByteOrder::BigEndian);
-    if (view.starts_with("<\0"sv)) return FromUtf16Bytes(view, ByteOrder::LittleEndian);
-    if (view.starts_with("\0<"sv)) return FromUtf16Bytes(view, ByteOrder::BigEndian);
+bool HasXmlDeclaration(std::string_view text) noexcept {
+    constexpr std::string_view start = "<?xml";
+    return text.starts_with(start) && text.size() > start.size() &&
+           Blanks.find(text[start.size()]) != std::string_view::npos;
+}
 
-    const DeclaredEncoding declared = FindDeclaredEncoding(view);
-    if (declared.name.empty() || declared.name == "UTF-8" || declared.name == "UTF8") return bytes;
-    for (const NamedByteSet& each : byteSets) {
-        if (declared.name == each.name) return FromBytes(view, each.set);
+std::optional<XmlEncodingName> FindXmlEncoding(std::string_view text) {
+    const std::size_t mark = text.starts_with(Utf8Mark) ? Utf8Mark.size() : 0;
+    const std::string_view declaration = text.substr(0, text.find("?>"));
+    if (!HasXmlDeclaration(declaration.substr(mark))) return std::nullopt;
+    const auto skipBlanks = [&](std::size_t at) { return declaration.find_first_not_of(Blanks, at); };
+    constexpr std::string_view word = "encoding";
+    std::size_t at = declaration.find(word);
+    if (at == std::string_view::npos) return std::nullopt;
+    at = skipBlanks(at + word.size());
+    if (at == std::string_view::npos || declaration[at] != '=') return std::nullopt;
+    at = skipBlanks(at + 1);
+    if (at == std::string_view::npos || (declaration[at] != '"' && declaration[at] != '\''))
+        return std::nullopt;
+    const std::size_t end = declaration.find(declaration[at], at + 1);
+    if (end == std::string_view::npos) return std::nullopt;
+    return XmlEncodingName{at + 1, end - at - 1};
+}
+
+std::string DecodeXml(std::string bytes) {
+    const std::string_view view = bytes;
+    if (view.starts_with(Utf8Mark)) return bytes;
+    for (const Form& form : Forms) {
+        if (view.starts_with(form.start))
+            return Decode(view.substr(form.markLength), TextConverter("UTF-8", form.encoding), form.encoding);
     }
-    constexpr std::size_t shownCharacters = 40;
-    RaiseXmlFaultAt(view, declared.offset,
-                    "the encoding \"" + std::string(FirstCharacters(declared.name, shownCharacters)) +
-                        "\" is not supported here");
+    if (view.starts_with(EbcdicStart)) return DecodeEbcdic(view);
+
+    const auto place = FindXmlEncoding(view);
+    if (!place) return bytes;
+    const std::string name = UpperCase(view.substr(place->offset, place->length));
+    if (name == "UTF-8" || name == "UTF8") return bytes;
+    return DecodeAsDeclared(view, view.substr(0, view.find("?>")), *place);
 }
 
 } // namespace base

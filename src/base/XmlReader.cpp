@@ -2,6 +2,7 @@
 
 #include "base/Utf8.h"
 #include "base/XmlDocument.h"
+#include "base/XmlEncoding.h"
 #include "base/XmlFault.h"
 #include "base/XmlText.h"
 
@@ -248,12 +249,6 @@ void DropBlanks(xmlNode* root) {
     }
 }
 
-bool HasDeclaration(std::string_view text) {
-    constexpr std::string_view start = "<?xml";
-    return text.starts_with(start) && text.size() > start.size() &&
-           std::string_view(" \t\r\n").find(text[start.size()]) != std::string_view::npos;
-}
-
 } // namespace
 
 std::shared_ptr<XmlTree> ReadXml(std::string_view text) {
@@ -272,7 +267,7 @@ std::shared_ptr<XmlTree> ReadXml(std::string_view text) {
     CheckAttributeCounts(text);
 
     const QuietLibrary quiet;
-    auto tree = std::make_shared<XmlTree>(Parse(text).Run(), HasDeclaration(text));
+    auto tree = std::make_shared<XmlTree>(Parse(text).Run(), HasXmlDeclaration(text));
     DropBlanks(xmlDocGetRootElement(tree->Document()));
     return tree;
 }

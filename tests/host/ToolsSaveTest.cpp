@@ -203,6 +203,29 @@ TEST_F(ToolsSave, MakesAFileInAnotherEncodingOneInUtf8) {
     EXPECT_EQ(Tools().Item("K\u00E4se")->Get("version").ToText(), "2 \u20AC");
 }
 
+TEST_F(ToolsSave, DeclaresNoOtherEncodingThanItWrites) {
+    const auto saved = [&](std::string_view text) {
+        installation.Write("Arvon/Tools.xml", text);
+        Open();
+        Tools().Item("\u0141\u00F3d\u017A")->Set("version", "2");
+        Tools().Save();
+        return Text();
+    };
+    const std::string tools = "<Tools><Tool Name=\"\u0141\u00F3d\u017A\" version=\"2\"/></Tools>";
+    EXPECT_EQ(saved("<?xml version='1.0' encoding='windows-1250'?><Tools><Tool Name=\"\xA3\xF3"
+                    "d\x9F\" version=\"1\"/></Tools>"),
+              "<?xml version='1.0' encoding='UTF-8'?>" + tools);
+    const std::string old = base::Replace(tools, "2", "1");
+    EXPECT_EQ(saved("\xEF\xBB\xBF<?xml version='1.0' encoding='windows-1250'?>" + old),
+              "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?>" + tools)
+        << "the mark told the truth";
+    EXPECT_EQ(saved("<?xml version='1.0' encoding='utf-8'?>" + old),
+              "<?xml version='1.0' encoding='utf-8'?>" + tools);
+    EXPECT_EQ(saved("<?xml-model encoding='windows-1250'?>" + old),
+              "<?xml-model encoding='windows-1250'?>" + tools)
+        << "that is no declaration";
+}
+
 TEST_F(ToolsSave, RefusesToolsInANamespaceRatherThanHarmThem) {
     const std::string text = "<Tools><x xmlns=\"urn:x\"><Tool Name=\"a\"/></x><Tool Name=\"b\"/></Tools>";
     installation.Write("Arvon/Tools.xml", text);

@@ -172,6 +172,16 @@ TEST_F(OptionsStore, AWriteToToolsDirectlyUnderTheRootIsSavedToo) {
     EXPECT_EQ(FileText(), "<Options>" + SortOptions() + Tool("a", Option("n", "2")) + "</Options>");
 }
 
+TEST_F(OptionsStore, AFileInAnotherEncodingIsReadAndSavedAsUtf8) {
+    LoadWithFile("<?xml version=\"1.0\" encoding=\"windows-1250\"?>\n<Options>" + SortOptions() +
+                 Tool("a", Option("n", "\xA3\xF3"
+                                       "d\x9F")) +
+                 "</Options>");
+    EXPECT_EQ(Get("a", "n"), "Łódź");
+    EXPECT_EQ(Set("a", "n", "Łódź, 語"), "True");
+    EXPECT_EQ(FileText(), "<Options>" + SortOptions() + Tool("a", Option("n", "Łódź, 語")) + "</Options>");
+}
+
 TEST_F(OptionsStore, TextsOfAnyKindComeBackFromTheFile) {
     LoadWithTools(Tool("a", Option("n", "1")));
     for (const std::string_view value :
