@@ -16,9 +16,9 @@ namespace base {
 class XmlTree;
 
 /// A node of an XmlDocument, or no node: an element, attribute, text, CDATA section, comment, processing
-/// instruction, or the document itself. Copies are cheap and keep the whole document alive. A node that was
-/// removed from its tree stays valid but belongs to nobody: it is freed with the document (text that SetText
-/// replaced and that nobody holds: at once).
+/// instruction, document type declaration, or the document itself. Copies are cheap and keep the whole
+/// document alive. A node that was removed from its tree stays valid but belongs to nobody: it is freed with
+/// the document (text that SetText replaced and that nobody holds: at once).
 ///
 /// What is asked of no node answers neutrally (false, empty, no node). Changing it, or selecting from it,
 /// raises ObjectNotSet; InvalidCall is raised for names that XML cannot hold and for nodes of a wrong kind.
@@ -84,10 +84,10 @@ private:
     _xmlNode* node_ = nullptr;
 };
 
-/// An XML document in memory. Reading is hardened: no network, no document type declarations (so no entities
-/// of its own), bounded depth and size. Whitespace-only text between elements is dropped, except under
-/// xml:space="preserve" and next to a CDATA section; the text of an element without child elements is kept as
-/// it is. Copies share one tree.
+/// An XML document in memory. Reading is hardened: no network, no document type declarations but those that
+/// name the root and nothing else (so no entities of its own), bounded depth and size. Whitespace-only text
+/// between elements is dropped, except under xml:space="preserve" and next to a CDATA section; the text of an
+/// element without child elements is kept as it is. Copies share one tree.
 class XmlDocument {
 public:
     /// Bounds of what is read: bytes of source, and levels of nested elements.

@@ -29,6 +29,7 @@ public:
         parser_->_private = this;
         xmlSAXHandler& handler = *parser_->sax;
         handler.serror = &OnError;
+        internalSubset_ = handler.internalSubset;
         handler.internalSubset = &OnDocumentType;
         handler.cdataBlock = &OnCData;
         processingInstruction_ = handler.processingInstruction;
@@ -78,8 +79,14 @@ private:
         Of(parser).Note(error->line, error->int2, ReasonOf(error));
     }
 
-    static void OnDocumentType(void* parser, const xmlChar*, const xmlChar*, const xmlChar*) {
-        Of(parser).Stop("a document type declaration is not accepted");
+    /// Accepts the one that names the root and nothing else.
+    static void OnDocumentType(void* parser, const xmlChar* name, const xmlChar* publicId,
+                               const xmlChar* systemId) {
+        Parse& parse = Of(parser);
+        const bool endsHere = *static_cast<xmlParserCtxt*>(parser)->input->cur == '>';
+        if (publicId || systemId || !endsHere)
+            return parse.Stop("a document type declaration may name the root and nothing else");
+        parse.internalSubset_(parser, name, nullptr, nullptr);
     }
 
     static void OnCData(void* parser, const xmlChar* text, int length) {
@@ -139,6 +146,7 @@ private:
 
     std::string_view text_; // what is still to be read
     xmlParserCtxt* parser_;
+    internalSubsetSAXFunc internalSubset_ = nullptr;
     startElementNsSAX2Func startElement_ = nullptr;
     endElementNsSAX2Func endElement_ = nullptr;
     processingInstructionSAXFunc processingInstruction_ = nullptr;

@@ -132,7 +132,8 @@ unsigned long XmlSelection::CostOfWholeText() const {
     auto* top = reinterpret_cast<xmlNode*>(document_);
     for (xmlNode* node = top; node; node = NextInTree(node, top)) {
         ++cost;
-        const bool hasContent = node->type != XML_ELEMENT_NODE && node->type != XML_DOCUMENT_NODE;
+        const bool hasContent =
+            node->type != XML_ELEMENT_NODE && node->type != XML_DOCUMENT_NODE && node->type != XML_DTD_NODE;
         if (hasContent && node->content) cost += ViewOf(node->content).size() / bytesPerNode;
     }
     return cost;

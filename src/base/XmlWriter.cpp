@@ -68,6 +68,9 @@ public:
             if (node->content) text_.append(" ").append(ViewOf(node->content));
             text_ += "?>";
             return;
+        case XML_DTD_NODE:
+            text_.append("<!DOCTYPE ").append(ViewOf(node->name)).append(">");
+            return;
         default:
             return;
         }

@@ -215,7 +215,9 @@ TEST_P(DocumentType, IsRefusedBeforeAnythingItDeclares) {
     for (std::size_t at; (at = text.find("FILE")) != std::string::npos;)
         text.replace(at, 4, path);
     const std::string reason = ReasonFor(text);
-    EXPECT_NE(reason.find("a document type declaration is not accepted"), std::string::npos) << reason;
+    EXPECT_NE(reason.find("a document type declaration may name the root and nothing else"),
+              std::string::npos)
+        << reason;
     EXPECT_EQ(reason.find(secret), std::string::npos);
     XmlDocument document;
     const auto file = folder.Write("document.xml", text);
@@ -226,7 +228,8 @@ TEST_P(DocumentType, IsRefusedBeforeAnythingItDeclares) {
 INSTANTIATE_TEST_SUITE_P(
     Xml, DocumentType,
     testing::Values(
-        "<!DOCTYPE a><a/>", "<!DOCTYPE a SYSTEM 'FILE'><a/>", "<!DOCTYPE a SYSTEM 'file://FILE'><a/>",
+        "<!DOCTYPE a []><a/>", "<!DOCTYPE a \n [\n]><a/>", "<!DOCTYPE a SYSTEM 'FILE'><a/>",
+        "<!DOCTYPE a SYSTEM 'FILE' []><a/>", "<!DOCTYPE a SYSTEM 'file://FILE'><a/>",
         "<!DOCTYPE a PUBLIC '-//x' 'http://localhost:1/x.dtd'><a/>",
         "<!DOCTYPE a [<!ENTITY x SYSTEM 'FILE'>]><a>&x;</a>",
         "<!DOCTYPE a [<!ENTITY x SYSTEM 'FILE'>]><a b='&x;'/>",
@@ -264,6 +267,8 @@ TEST(XmlBounds, AreKeptInSilence) {
                                     "<a></b>"s,
                                     "<a>&x;</a>"s,
                                     "<!DOCTYPE a><a/>"s,
+                                    "<!DOCTYPE a SYSTEM 'x'><a/>"s,
+                                    "<!DOCTYPE a><a>&x;</a>"s,
                                     "<p:a/>"s,
                                     "<a>\xFF</a>"s,
                                     "<a b='1' b='2'/>"s,

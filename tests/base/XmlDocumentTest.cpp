@@ -5,6 +5,7 @@
 #include "tests/base/RefusalOf.h"
 #include "tests/base/XmlDump.h"
 
+#include <functional>
 #include <string>
 
 namespace {
@@ -114,8 +115,59 @@ INSTANTIATE_TEST_SUITE_P(
                     Fault{"<a>\n<b></a>", 2, 8}, Fault{"<a/><b/>", 1, 5}, Fault{"<a/>x", 1, 5},
                     Fault{"<a b='1' b='2'/>", 1, 15}, Fault{"<a b=1/>", 1, 6}, Fault{"<a>&x;</a>", 1, 7},
                     Fault{"<a>\n\n\xFF</a>", 3, 1}, Fault{"<a>é\xC3</a>", 1, 5}, Fault{"<a>]]></a>", 1, 4},
-                    Fault{"<p:a/>", 1, 5}, Fault{"<!DOCTYPE a><a/>", 1, 12},
-                    Fault{"<a><!-- -- --></a>", 1, 9}, Fault{" <?xml version='1.0'?><a/>", 1, 7}));
+                    Fault{"<p:a/>", 1, 5}, Fault{"<!DOCTYPE a []><a/>", 1, 13}, Fault{"<!DOCTYPE a", 1, 12},
+                    Fault{"<!DOCTYPE ><a/>", 1, 11}, Fault{"<!doctype a><a/>", 1, 2},
+                    Fault{"<a/><!DOCTYPE a>", 1, 5}, Fault{"<!DOCTYPE a><!DOCTYPE a><a/>", 1, 14},
+                    Fault{"<!DOCTYPE a><a>&x;</a>", 1, 19}, Fault{"<!DOCTYPE a><a b='&x;'/>", 1, 22},
+                    Fault{"<!DOCTYPE a %x;><a/>", 1, 13}, Fault{"<a><!-- -- --></a>", 1, 9},
+                    Fault{" <?xml version='1.0'?><a/>", 1, 7}));
+
+TEST(XmlDocument, KeepsADocumentTypeThatNamesTheRootAlone) {
+    const XmlDocument document = Loaded(
+        "<?xml version='1.0'?><!-- c --><!DOCTYPE\n Options \r\n><?p d?><Options a='&lt;'> <b/> </Options>");
+    EXPECT_EQ(document.Text(),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!-- c --><!DOCTYPE Options><?p d?>"
+              "<Options a=\"&lt;\"><b/></Options>");
+    EXPECT_EQ(Loaded(document.Text()).Text(), document.Text());
+    EXPECT_EQ(Loaded("<!DOCTYPE é:ü><a/>").Text(), "<!DOCTYPE é:ü><a/>") << "it need not be the root's name";
+}
+
+TEST(XmlDocument, ReadsADocumentTypeWhereverThePiecesOfItsTextEnd) {
+    for (const std::size_t nameLength : {1U, 249U, 250U, 251U, 1000U, 5000U})
+        for (std::size_t padding = 3000; padding < 4200; padding += nameLength < 1000 ? 1 : 7) {
+            const std::string text =
+                "<!--" + std::string(padding, 'x') + "--><!DOCTYPE " + std::string(nameLength, 'n') + "><a/>";
+            XmlDocument document;
+            ASSERT_NO_THROW(document.LoadText(text)) << nameLength << " " << padding;
+            ASSERT_EQ(document.Text(), text);
+            const std::string refused = base::Replace(text, "><a/>", "[<!ENTITY x 'y'>]><a>&x;</a>");
+            ASSERT_NE(RefusalOf([&] { document.LoadText(refused); }).description.find("nothing else"),
+                      std::string::npos)
+                << nameLength << " " << padding;
+        }
+}
+
+TEST(XmlDocument, SelectsAroundADocumentType) {
+    const XmlDocument document = Loaded("<!-- c --><!DOCTYPE a><a><b/>text</a>");
+    EXPECT_EQ(document.Root().Name(), "a");
+    EXPECT_EQ(document.Select("//node()").size(), 4u) << "a comment, two elements, a text";
+    EXPECT_EQ(document.Select("/comment()/following-sibling::*").size(), 1u);
+    const XmlNode type = document.Root().Parent().FirstChild().NextSibling();
+    EXPECT_EQ(type.Name(), "a");
+    EXPECT_EQ(type.Text(), "");
+    EXPECT_EQ(type.Xml(), "<!DOCTYPE a>");
+    EXPECT_FALSE(type.IsElement());
+    EXPECT_TRUE(type.Children().empty());
+    EXPECT_TRUE(type.Attributes().empty());
+    EXPECT_FALSE(type.HasAttribute("b"));
+    for (const auto& change : std::vector<std::function<void(XmlNode)>>{
+             [](XmlNode node) { node.SetText("x"); }, [](XmlNode node) { node.AppendElement("x"); },
+             [](XmlNode node) { node.SetAttribute("x", "y"); }})
+        EXPECT_EQ(RefusalOf([&] { change(type); }).number, base::errors::InvalidCall);
+    type.Parent().RemoveChild(type);
+    EXPECT_EQ(document.Text(), "<!-- c --><a><b/>text</a>");
+    EXPECT_EQ(type.Name(), "a");
+}
 
 TEST(XmlDocument, RefusesNulCharactersWithTheirPlace) {
     using namespace std::string_literals;

@@ -226,6 +226,14 @@ TEST_F(ToolsSave, DeclaresNoOtherEncodingThanItWrites) {
         << "that is no declaration";
 }
 
+TEST_F(ToolsSave, KeepsADocumentTypeThatNamesTheRoot) {
+    installation.Write("Arvon/Tools.xml", "<!DOCTYPE Tools >\n<Tools><Tool Name=\"a\"/></Tools>");
+    Open();
+    Tools().Item("a")->Set("version", "2");
+    Tools().Save();
+    EXPECT_EQ(Text(), "<!DOCTYPE Tools >\n<Tools><Tool Name=\"a\" version=\"2\"/></Tools>");
+}
+
 TEST_F(ToolsSave, RefusesToolsInANamespaceRatherThanHarmThem) {
     const std::string text = "<Tools><x xmlns=\"urn:x\"><Tool Name=\"a\"/></x><Tool Name=\"b\"/></Tools>";
     installation.Write("Arvon/Tools.xml", text);

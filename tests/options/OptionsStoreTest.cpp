@@ -182,6 +182,14 @@ TEST_F(OptionsStore, AFileInAnotherEncodingIsReadAndSavedAsUtf8) {
     EXPECT_EQ(FileText(), "<Options>" + SortOptions() + Tool("a", Option("n", "Łódź, 語")) + "</Options>");
 }
 
+TEST_F(OptionsStore, AFileMayNameItsRootInADocumentType) {
+    LoadWithFile("<!DOCTYPE Options>\n<Options>" + SortOptions() + Tool("a", Option("n", "1")) +
+                 "</Options>");
+    EXPECT_EQ(Get("a", "n"), "1");
+    EXPECT_EQ(Set("a", "n", "2"), "True");
+    EXPECT_EQ(Get("a", "n"), "2");
+}
+
 TEST_F(OptionsStore, TextsOfAnyKindComeBackFromTheFile) {
     LoadWithTools(Tool("a", Option("n", "1")));
     for (const std::string_view value :
