@@ -38,7 +38,7 @@ TEST_F(RegistryFileTest, PassesOverAndNamesFileAndLineOfWhatItCannotUnderstand) 
     ExpectProblem(start + "# mine\r\n",
                   "line 4: expected a key in brackets, a value or a comment, found \"# mine\"");
     ExpectProblem(start + "// mine\r\n", "line 4");
-    ExpectProblem("# mine\r\n" + start, "line 1: expected a comment to begin with \";\"");
+    ExpectProblem("# mine\r\n" + start, "line 1: expected a comment to begin with \";\", found \"# mine\"");
     ExpectProblem("\r\n  // mine\r\n" + start, "line 2: expected a comment to begin");
     ExpectProblem(start + "\"a\"=hex:01,zz,\\\r\n  02,\\\r\n  03\r\n", "line 4: expected two");
     ExpectProblem(start + "\"a\"=hex:01,\\\r\n  zz,\\\r\n  03\r\n", "line 5: expected the end of the line");

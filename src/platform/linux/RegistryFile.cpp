@@ -104,11 +104,13 @@ private:
 
     /// The header, and comments of other kinds of files in front of it.
     void ReadHeader() {
-        for (; SkipToStatement(); PassOver({statement_, "expected a comment to begin with \";\""})) {
+        while (SkipToStatement()) {
             const RegistryCursor start = cursor_;
-            const std::string_view line = cursor_.TakeLine();
-            const std::string_view header = base::TrimBlanks(line);
-            if (header.starts_with('#') || header.starts_with("//")) continue;
+            const std::string_view header = base::TrimBlanks(cursor_.TakeLine());
+            if (header.starts_with('#') || header.starts_with("//")) {
+                PassOver(start.Misreading("expected a comment to begin with \";\""));
+                continue;
+            }
             if (!std::string_view(target_.source_.text).substr(0, cursor_.at).ends_with("\r\n"))
                 target_.lineEnd_ = "\n";
             if (header != RegistryHeader5 && header != RegistryHeader4)

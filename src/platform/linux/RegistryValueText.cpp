@@ -97,12 +97,12 @@ void RegistryCursor::FinishLine() {
     TakeLine();
 }
 
-void RegistryCursor::Fail(std::string_view problem) const {
+RegistryMisreading RegistryCursor::Misreading(std::string_view expected) const {
     constexpr std::size_t ShownLength = 40; // characters
     RegistryCursor here = *this;
     const std::string_view found = base::FirstCharacters(here.TakeLine(), ShownLength);
-    throw RegistryMisreading(
-        at, std::string(problem) + (found.empty() ? ", found nothing" : ", found " + RegistryQuoted(found)));
+    return {at,
+            std::string(expected) + (found.empty() ? ", found nothing" : ", found " + RegistryQuoted(found))};
 }
 
 std::string ReadRegistryQuoted(RegistryCursor& cursor) {

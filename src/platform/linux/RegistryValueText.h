@@ -32,8 +32,9 @@ struct RegistryCursor {
     std::string_view TakeLine() noexcept;
     /// Refuses anything but blanks and a comment up to the line's end; then past the end.
     void FinishLine();
-    /// Throws the misreading of the place where the cursor stands.
-    [[noreturn]] void Fail(std::string_view problem) const;
+    /// The misreading of the place where the cursor stands: what was expected, and what stands there.
+    RegistryMisreading Misreading(std::string_view expected) const;
+    [[noreturn]] void Fail(std::string_view expected) const { throw Misreading(expected); }
 };
 
 /// A value as it is written: quoted text, or a type with bytes.
