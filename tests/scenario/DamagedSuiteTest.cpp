@@ -50,6 +50,15 @@ TEST_F(DamagedSuite, WithABrokenRegistryDoesNotLoadAndSaysWhy) {
     EXPECT_THAT(run.Errors(), ElementsAre(HasSubstr("registry.reg")));
 }
 
+TEST_F(DamagedSuite, WithRegistryLinesThatAreNoneLoadsAndTellsOfThemOnce) {
+    Write("registry.reg", "# mine\r\n" + Read("registry.reg") + "\r\nBinPath=C:\\\r\n");
+    const Transcript run = Run("load\nshow list\nrequest GetResourcePath\n");
+    EXPECT_EQ(run.ExitStatus(), 0);
+    EXPECT_THAT(Column(run.Of("problem"), "text"),
+                ElementsAre(AllOf(HasSubstr("registry.reg"), HasSubstr("# mine")), HasSubstr("BinPath=C:")));
+    EXPECT_FALSE(run.State("list").empty());
+}
+
 TEST_F(DamagedSuite, WithABrokenStringLibraryLoadsWithoutTexts) {
     const std::string whole = Read(Strings);
     for (const std::size_t size : {std::size_t{0}, std::size_t{64}, whole.size() / 2}) {
