@@ -76,6 +76,7 @@ struct View {
     std::string owner, control; // programmatic name of the control; empty for a list
     std::string caption;
     std::int32_t widthTwips = 0, heightTwips = 0, mode = 0;
+    std::int32_t displayStyle = 0; // of a list
 };
 
 struct Task {

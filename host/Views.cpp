@@ -75,6 +75,7 @@ View::View(Trace& trace, Controls& controls, Windows& windows, std::string_view 
     fields_.owner = owner;
     if (const auto* list = std::get_if<ListViewDefinition>(&definition); list && kind == ViewKind::List) {
         list_ = std::make_unique<ListView>(trace, *list, checkBoxes);
+        fields_.displayStyle = list->displayStyle;
     } else if (const auto* control = std::get_if<ControlViewDefinition>(&definition);
                control && kind == ViewKind::Control) {
         fields_.control = control->control;

@@ -83,8 +83,12 @@ TEST_F(Loading, PutsTheTabBehindThoseThatTheHostHas) {
               std::vector<std::string>{"Tabs.Add(2, \"tabQRV\", \"KvTM10\", null, true)"});
 }
 
-TEST_F(Loading, DescribesTheListsColumnsInTheHostsTexts) {
+TEST_F(Loading, ShowsTheListInColumnsHeadedByTheHostsTexts) {
     LoadWith({});
+    const auto views = host->Model().Views();
+    ASSERT_EQ(views.size(), 3u);
+    EXPECT_EQ(views[2].key, "lvTools");
+    EXPECT_EQ(views[2].displayStyle, 3);
     const auto columns = host->Model().Columns("lvTools");
     ASSERT_EQ(columns.size(), 4u);
     EXPECT_EQ(columns[0].key, "name");
