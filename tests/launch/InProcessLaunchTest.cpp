@@ -394,6 +394,15 @@ TEST_F(InProcessLaunch, KeepsASecondLaunchOutWhileTheHostLoads) {
     EXPECT_FALSE(Probe().Busy());
 }
 
+TEST_F(InProcessLaunch, StaysAtTheNodeThatWasOpenedWhateverIsAskedForDuringTheLoad) {
+    LoadVantor(Put(REENTRANT_LIBRARY, "Vn99/Vn99.dll"));
+    host->NodeEvent("tabQRV", "nodTools", arvon::eventKind::Expanded);
+    host->NodeEvent("tabQRV", "V", arvon::eventKind::Opened);
+    ClaimBox(); // the nested launch of "Layout"
+    EXPECT_EQ(LoadedVantors(), Strings{"V"});
+    EXPECT_EQ(Request("LoadedVantors"), "V");
+}
+
 TEST_F(InProcessLaunch, ReadsTheKindAnewAtEveryLaunch) {
     LoadVantors();
     host->Framework()->Tools().Item("Beam")->Set("Kind", base::Value(2));
