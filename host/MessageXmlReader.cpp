@@ -36,10 +36,12 @@ bool IsBlank(std::string_view text) {
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-/// Takes the parser's events in and builds the content; refuses at the first that does not fit.
+/// Takes the parser's events in and builds the content; refuses at the first that does not fit. What the
+/// parser hands over is its own memory, which is gone once it is stopped: so the one who calls stops it,
+/// after the event was taken in.
 class Reader {
 public:
-    Reader(Root root, xmlParserCtxt& parser) : root_(root), parser_(parser) {}
+    Reader(Root root, const xmlParserCtxt& parser) : root_(root), parser_(parser) {}
 
     void Start(std::string_view name, std::span<const xmlChar*> attributes) {
         switch (place_) {
@@ -88,9 +90,9 @@ public:
         if (!problem_.empty()) return;
         problem_ = std::move(reason);
         line_ = parser_.input ? parser_.input->line : 0;
-        xmlStopParser(&parser_);
     }
 
+    bool HasRefused() const { return !problem_.empty(); }
     const std::string& Problem() const { return problem_; }
     int Line() const { return line_; }
     Content Take() { return std::move(content_); }
@@ -106,9 +108,10 @@ private:
 
     void RefuseElement(std::string_view name) { Refuse("unexpected element \"" + std::string(name) + "\""); }
 
-    /// Calls take(name, value) for each attribute; refuses the ones that it does not take, and prefixed ones.
+    /// Calls take(name, value) for each attribute up to the first that is refused; refuses the ones that it
+    /// does not take, and prefixed ones.
     template <class Take> void ForEachAttribute(std::span<const xmlChar*> attributes, Take take) {
-        for (std::size_t index = 0; index + 5 <= attributes.size(); index += 5) {
+        for (std::size_t index = 0; index + 5 <= attributes.size() && !HasRefused(); index += 5) {
             const std::string_view name = View(attributes[index]);
             const char* begin = reinterpret_cast<const char*>(attributes[index + 3]);
             const char* end = reinterpret_cast<const char*>(attributes[index + 4]);
@@ -161,7 +164,6 @@ private:
     }
 
     void AddParameter() {
-        if (!problem_.empty()) return;
         Value value = type_ == static_cast<std::int32_t>(ParameterType::Integer)
                           ? Value(Integer(name_, text_))
                           : Value(std::move(text_));
@@ -169,7 +171,7 @@ private:
     }
 
     Root root_;
-    xmlParserCtxt& parser_;
+    const xmlParserCtxt& parser_;
     Place place_ = Place::Outside;
     bool hasParameters_ = false;
     Content content_;
@@ -184,13 +186,14 @@ private:
 template <class Step> void Guarded(void* context, Step step) noexcept {
     auto* parser = static_cast<xmlParserCtxt*>(context);
     auto* reader = static_cast<Reader*>(parser->_private);
-    if (!reader->Problem().empty()) return;
+    if (reader->HasRefused()) return;
     try {
         step(*reader);
+        if (!reader->HasRefused()) return;
     } catch (const std::exception&) {
-        xmlStopParser(parser);
         parser->wellFormed = 0;
     }
+    xmlStopParser(parser);
 }
 
 xmlSAXHandler Handlers() {
@@ -288,7 +291,7 @@ Content ReadWith(xmlParserCtxt& parser, Root root, std::string_view xml) {
                             XML_PARSE_IGNORE_ENC | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
     xmlCtxtReadMemory(&parser, xml.data(), static_cast<int>(xml.size()), nullptr, nullptr, options);
     parser._private = nullptr;
-    if (!reader.Problem().empty()) Refuse(root, reader.Line(), reader.Problem());
+    if (reader.HasRefused()) Refuse(root, reader.Line(), reader.Problem());
     if (!parser.wellFormed) {
         auto* error = xmlCtxtGetLastError(&parser);
         Refuse(root, error ? error->line : 1, error ? base::ReasonOf(error) : "not well-formed");
