@@ -210,4 +210,13 @@ std::vector<model::Menu> Menus::Snapshot() const {
     return rows;
 }
 
+// ContextMenu
+// ---------------------------------------------------------------------------------------------------
+
+void ContextMenu::Empty() {
+    if (items_.Level().Items().IsEmpty()) return;
+    items_.Level().Clear();
+    context_.trace.Changed(context_.part);
+}
+
 } // namespace arvon::host

@@ -136,6 +136,8 @@ public:
 
     MenuItems& Items() noexcept { return items_; }
     MenuItem* Find(std::string_view key) const { return context_.tree.First(key); }
+    /// Without a call's record.
+    void Empty();
     std::vector<model::MenuItem> Snapshot() const { return items_.Snapshot(); }
 
 private:

@@ -117,6 +117,7 @@ public:
     /// A task of a pane, or one that the host's own controls offer: "tskShowAll" (turns the pane's switch
     /// first), "tskUpdateTool", "tskAddTool", "tskEditTool".
     void ClickTask(std::string_view key, bool flag = false);
+    /// Kind 7, a right click, empties the context menu first: what it holds then is this node's.
     void NodeEvent(std::string_view tabKey, std::string_view nodeKey,
                    std::int32_t kind = eventKind::Selected);
     void TabEvent(std::string_view tabKey, std::int32_t kind = eventKind::Selected);

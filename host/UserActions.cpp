@@ -103,6 +103,7 @@ void ReferenceHost::NodeEvent(std::string_view tabKey, std::string_view nodeKey,
     if (kind == eventKind::Selected) {
         node->BecomeSelected(true);
     } else {
+        if (kind == eventKind::ContextMenu) framework_->contextMenu_.Empty();
         framework_->events_.Node(node->OwnerText(), tabKey, kind, nodeKey);
     }
 }

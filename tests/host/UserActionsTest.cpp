@@ -5,6 +5,8 @@
 namespace arvon::host::test {
 namespace {
 
+using testing::Contains;
+
 class UserActions : public HostTest {
 protected:
     UserActions() {
@@ -51,6 +53,46 @@ TEST_F(UserActions, ClickAMenuItem) {
 TEST_F(UserActions, ClickAnItemOfTheContextMenu) {
     Framework().ContextMenu().Add("item", "Item", "", "you");
     EXPECT_THAT(EventsOf([&] { Host().ClickMenu("item"); }), ElementsAre("SnapIn>you event 1 item 0/0()"));
+}
+
+TEST_F(UserActions, FindTheContextMenuOfTheNodeThatTheyClickAlone) {
+    const auto tab = AddTab();
+    for (const auto* node : {"filling", "leaving"})
+        tab->Nodes().Add(node, "filler", 0, "", nullptr, false, 0);
+    std::size_t before = 0;
+    Listen("filler", [&](const std::shared_ptr<IMessage>& message) {
+        IMenuItems& items = Framework().ContextMenu();
+        before = items.Count();
+        if (message->Body().ToText().find("filling") == std::string::npos) return std::string();
+        items.Add("item", "", "", "me")->Items().Add("below", "", "", "me");
+        items.Add("theirs", "", "", "you");
+        return std::string();
+    });
+
+    Host().NodeEvent("tab", "filling", eventKind::ContextMenu);
+    EXPECT_EQ(Model().ContextMenu().size(), 2u);
+    Host().ClickMenu("below");
+    Host().NodeEvent("tab", "filling", eventKind::ContextMenu); // the items of the click before are gone
+    EXPECT_EQ(before, 0u);
+    EXPECT_EQ(Model().ContextMenu().size(), 2u);
+
+    recorder.Forget();
+    Host().NodeEvent("tab", "leaving", eventKind::ContextMenu);
+    EXPECT_THAT(Model().ContextMenu(), IsEmpty());
+    EXPECT_THAT(recorder.changes, Contains(ModelPart::ContextMenu));
+    EXPECT_EQ(WhyNot([&] { Host().ClickMenu("below"); }), "no menu item \"below\"");
+    EXPECT_EQ(WhyNot([&] { Host().ClickMenu("theirs"); }), "no menu item \"theirs\"");
+}
+
+TEST_F(UserActions, LeaveTheContextMenuAloneByOtherKindsOfEvents) {
+    AddTab()->Nodes().Add("node", "me", 0, "", nullptr, false, 0);
+    Framework().ContextMenu().Add("item", "", "", "me");
+    for (const std::int32_t kind : {eventKind::Selected, eventKind::Opened, eventKind::Expanded, 99})
+        Host().NodeEvent("tab", "node", kind);
+    EXPECT_EQ(Model().ContextMenu().size(), 1u);
+    // what cannot be clicked shows no menu, and empties none
+    EXPECT_EQ(WhyNot([&] { Host().NodeEvent("tab", "none", eventKind::ContextMenu); }), "no node \"none\"");
+    EXPECT_EQ(Model().ContextMenu().size(), 1u);
 }
 
 TEST_F(UserActions, ReachTheToolManagerThroughTheHostsOwnItems) {

@@ -271,6 +271,19 @@ TEST_F(Presentation, AnswersEveryKindOfNodeEvent) {
     EXPECT_EQ(Column(ToolsNode(expanded).at("nodes"), "key"), Column(expanded.State("list"), "text"));
 }
 
+TEST_F(Presentation, ShowsNoNodeTheContextMenuOfAnother) {
+    const Transcript run = Run("listen Zarn11\nload\nnode nodTools 14\nnode Layout 7\nnode nodTools\nnode "
+                               "nodTools 7\nshow contextmenu\n"
+                               "menu mnuLaunch\nnode 'Grid Check' 7\nmenu mnuLaunch\nwait\n");
+    EXPECT_THAT(run.State("contextmenu"), IsEmpty());
+    EXPECT_THAT(run.Errors(), ElementsAre("no menu item \"mnuLaunch\""));
+    EXPECT_THAT(run.Boxes(), IsEmpty());
+    EXPECT_THAT(run.Reports(), IsEmpty());
+    const std::vector<Json> loads = run.Messages("Tool_Load");
+    ASSERT_EQ(loads.size(), 1u);
+    EXPECT_EQ(loads.front().at("parameters").at(0).at("value"), "Grid Check");
+}
+
 TEST_F(Presentation, LaunchesEveryToolFromItsNodeByTheNameItHas) {
     std::string script;
     for (const CatalogueTool& tool : ListedTools())

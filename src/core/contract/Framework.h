@@ -82,6 +82,7 @@ public:
     virtual ITaskViews& TaskViews() = 0;
     virtual ITabs& Tabs() = 0;
     virtual IMenus& Menus() = 0;
+    /// Of the node that was clicked last: the host empties it before it raises the event of a right click.
     virtual IMenuItems& ContextMenu() = 0;
     virtual IButtons& Buttons() = 0;
     virtual IWindows& Windows() = 0;
