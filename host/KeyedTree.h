@@ -52,10 +52,15 @@ public:
 
         /// Throws DuplicateKey.
         const std::shared_ptr<Item>& Append(std::shared_ptr<Item> item) {
-            const std::shared_ptr<Item>& added = items_.Add(item, item->KeyText());
-            added->Place::standing_ = this;
-            if (tree_) tree_->Take(*added);
-            return added;
+            return Take(items_.Add(item, item->KeyText()));
+        }
+
+        /// Puts the item in the place of the one of its key, which must be there.
+        const std::shared_ptr<Item>& Replace(std::shared_ptr<Item> item) {
+            const std::string& key = item->KeyText();
+            const std::size_t position = items_.PositionOf(key);
+            Remove(key);
+            return Take(items_.Add(item, key, position));
         }
 
         bool Remove(std::string_view key) {
@@ -87,6 +92,11 @@ public:
     private:
         friend class KeyedTree;
 
+        const std::shared_ptr<Item>& Take(const std::shared_ptr<Item>& added) {
+            added->Place::standing_ = this;
+            if (tree_) tree_->Take(*added);
+            return added;
+        }
         void Release(Item& item) {
             if (tree_) tree_->Drop(item);
             item.Place::standing_ = nullptr;

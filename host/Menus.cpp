@@ -157,10 +157,16 @@ std::shared_ptr<IMenu> Menus::Add(std::string_view key, std::string_view caption
                                   std::optional<std::string_view> after, std::int32_t first,
                                   std::int32_t second, bool flag) {
     context_.trace.Call("Menus.Add", key, caption, text, owner, before, after, first, second, flag);
-    const auto& added =
-        menus_.Add(std::make_shared<Menu>(context_, key, caption, text, owner), key, PlaceFor(before, after));
+    const auto menu = std::make_shared<Menu>(context_, key, caption, text, owner);
+    std::shared_ptr<Menu>* present = menus_.Find(key);
+    if (present && (*present)->OwnerText() == owner) {
+        (*present)->Entries().Level().Close();
+        *present = menu;
+    } else {
+        menus_.Add(menu, key, PlaceFor(before, after));
+    }
     context_.trace.Changed(context_.part);
-    return added;
+    return menu;
 }
 
 std::size_t Menus::PlaceFor(std::optional<std::string_view> before,

@@ -93,6 +93,7 @@ public:
     IMenuItems& Items() override;
 
     MenuItems& Entries() noexcept { return items_; }
+    const std::string& OwnerText() const noexcept { return owner_; }
     bool IsVisible() const noexcept { return visible_; }
     model::Menu Snapshot() const;
 

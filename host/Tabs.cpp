@@ -30,10 +30,16 @@ std::shared_ptr<INode> Nodes::Add(std::string_view key, std::string_view owner, 
                                   std::string_view caption, const std::shared_ptr<base::Object>& object,
                                   bool flag, std::int32_t number) {
     context_->trace.Call("Nodes.Add", key, owner, kind, caption, object, flag, number);
-    const auto& added = level_.Append(
-        std::make_shared<Node>(context_, key, owner, caption, level_.Parent() ? lowerLevel : topLevel));
+    auto node =
+        std::make_shared<Node>(context_, key, owner, caption, level_.Parent() ? lowerLevel : topLevel);
+    if (const auto present = level_.Find(key); present && present->OwnerText() == owner) {
+        level_.Replace(node);
+        ForgetWhatWent();
+    } else {
+        level_.Append(node);
+    }
     context_->trace.Changed(ModelPart::Tabs);
-    return added;
+    return node;
 }
 
 std::shared_ptr<INode> Nodes::Item(std::size_t position) {
@@ -49,10 +55,13 @@ std::shared_ptr<INode> Nodes::Item(std::string_view key) {
 void Nodes::Remove(std::string_view key) {
     context_->trace.Call("Nodes.Remove", key);
     if (!level_.Remove(key)) RaiseNoSuch("node", key);
-    // a selected node that went, alone or with one above it, is selected no more
+    ForgetWhatWent();
+    context_->trace.Changed(ModelPart::Tabs);
+}
+
+void Nodes::ForgetWhatWent() {
     if (context_->selected && !context_->selected->IsInTree()) context_->selected = nullptr;
     if (context_->asked && !context_->asked->IsInTree()) context_->asked = nullptr;
-    context_->trace.Changed(ModelPart::Tabs);
 }
 
 std::vector<model::Node> Nodes::Snapshot() const {

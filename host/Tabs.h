@@ -46,6 +46,9 @@ public:
     std::vector<model::Node> Snapshot() const;
 
 private:
+    /// A selected node that went, alone or with one above it, is selected no more.
+    void ForgetWhatWent();
+
     std::shared_ptr<TabContext> context_;
     KeyedTree<Node>::Level level_;
 };

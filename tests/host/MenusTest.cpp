@@ -60,12 +60,34 @@ TEST_F(MenusOfTheHost, HoldWhatTheyWereGiven) {
 
 TEST_F(MenusOfTheHost, AreUniqueByKeyAndRemovedByIt) {
     Add("a");
-    EXPECT_EQ(RefusalOf([&] { Add("a"); }).number, base::errors::DuplicateKey);
+    EXPECT_EQ(RefusalOf([&] { Menus().Add("a", "", "", "you", {}, {}, 0, 0, true); }).number,
+              base::errors::DuplicateKey);
     Menus().Remove("a");
     EXPECT_EQ(Menus().Item("a"), nullptr);
     const Refusal refusal = RefusalOf([&] { Menus().Remove("a"); });
     EXPECT_EQ(refusal.number, base::errors::InvalidCall);
     EXPECT_EQ(refusal.description, "no menu \"a\"");
+}
+
+TEST_F(MenusOfTheHost, AreReplacedByTheirOwnerWhereTheyStand) {
+    Add("a");
+    const auto old = Add("b");
+    Add("c");
+    const auto entry = old->Items().Add("1", "", "", "me");
+    entry->Items().Add("2", "", "", "me");
+    old->SetVisible(false);
+    const auto menu = Add("b", "a"); // where it stands, whatever neighbour is named
+    EXPECT_NE(menu, old);
+    EXPECT_EQ(Menus().Item("b"), menu);
+    EXPECT_THAT(Keys(Model().Menus()), ElementsAre("mnuHost", "a", "b", "c"));
+    EXPECT_EQ(Entries("b"), "");
+    EXPECT_TRUE(Model().Menus()[2].visible);
+    EXPECT_EQ(Menus().FindItem("1"), nullptr);
+    EXPECT_EQ(Menus().FindItem("2"), nullptr);
+    old->Items().Add("3", "", "", "me"); // whoever holds the old one can go on with it, to no effect
+    EXPECT_EQ(Menus().FindItem("3"), nullptr);
+    menu->Items().Add("1", "anew", "", "me");
+    EXPECT_EQ(Menus().FindItem("1")->Caption(), "anew");
 }
 
 TEST_F(MenusOfTheHost, HoldEntriesInOrder) {

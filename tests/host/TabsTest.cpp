@@ -112,12 +112,39 @@ TEST_F(TabsOfTheHost, HoldNodesAtLevelsOneAndThree) {
     EXPECT_EQ(tab->FindNode("none"), nullptr);
 }
 
-TEST_F(TabsOfTheHost, RefuseARepeatedNodeInOneLevelOnly) {
+TEST_F(TabsOfTheHost, RefuseANodeOfAnotherOwnersKeyInOneLevelOnly) {
     const auto tab = AddTab("a");
     const auto node = AddNode(tab->Nodes(), "n");
-    EXPECT_EQ(RefusalOf([&] { AddNode(tab->Nodes(), "n"); }).number, base::errors::DuplicateKey);
-    EXPECT_NO_THROW(AddNode(node->Nodes(), "n"));
+    EXPECT_EQ(RefusalOf([&] { AddNode(tab->Nodes(), "n", "you"); }).number, base::errors::DuplicateKey);
+    EXPECT_EQ(tab->Nodes().Item("n"), node);
+    EXPECT_NO_THROW(AddNode(node->Nodes(), "n", "you"));
     EXPECT_EQ(RefusalOf([&] { tab->Nodes().Remove("x"); }).description, "no node \"x\"");
+}
+
+TEST_F(TabsOfTheHost, ReplaceANodeOfTheSameKeyAndOwnerWhereItStands) {
+    Listen("me");
+    const auto tab = AddTab("a");
+    AddNode(tab->Nodes(), "first");
+    const auto old = AddNode(tab->Nodes(), "n");
+    AddNode(tab->Nodes(), "last");
+    AddNode(old->Nodes(), "below");
+    old->SetImage(4);
+    tab->FindNode("below")->Select();
+    EXPECT_EQ(Shown("a").selected, "below");
+
+    const auto node = AddNode(tab->Nodes(), "n");
+    EXPECT_NE(node, old);
+    EXPECT_EQ(tab->FindNode("n"), node);
+    EXPECT_EQ(Tree(Shown("a").nodes), "first n last");
+    EXPECT_EQ(Shown("a").nodes[1].image, 0);
+    EXPECT_EQ(Shown("a").selected, "");
+    EXPECT_EQ(tab->FindNode("below"), nullptr);
+    EXPECT_FALSE(node->IsLoaded());
+    recorder.Forget();
+    old->Select(); // it stands nowhere any more
+    EXPECT_THAT(recorder.messages, IsEmpty());
+    AddNode(node->Nodes(), "below")->Select();
+    EXPECT_EQ(Shown("a").selected, "below");
 }
 
 TEST_F(TabsOfTheHost, FindTheFirstNodeInTreeOrder) {

@@ -53,7 +53,8 @@ class IMenus {
 public:
     virtual ~IMenus() = default;
     /// Adds a menu. `before` and `after` name a neighbour where given; the last three are passed as the host
-    /// wants them. Throws DuplicateKey.
+    /// wants them. One of the same key and owner is replaced by an empty one where it stands, so that a tool
+    /// can load anew after a load that failed half way; another owner's throws DuplicateKey.
     virtual std::shared_ptr<IMenu> Add(std::string_view key, std::string_view caption, std::string_view text,
                                        std::string_view owner, std::optional<std::string_view> before,
                                        std::optional<std::string_view> after, std::int32_t first,

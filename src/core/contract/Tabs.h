@@ -37,7 +37,9 @@ class INodes {
 public:
     virtual ~INodes() = default;
     virtual std::size_t Count() const = 0;
-    /// Throws DuplicateKey. `kind`, `object`, `flag` and `number` are passed as the host wants them.
+    /// Appends a node. One of the same key and owner is replaced where it stands, with what was below it, so
+    /// that a tool can load anew after a load that failed half way; another owner's throws DuplicateKey.
+    /// `kind`, `object`, `flag` and `number` are passed as the host wants them.
     virtual std::shared_ptr<INode> Add(std::string_view key, std::string_view owner, std::int32_t kind,
                                        std::string_view caption, const std::shared_ptr<base::Object>& object,
                                        bool flag, std::int32_t number) = 0;
