@@ -170,47 +170,61 @@ std::size_t ProcessFollower::TakeEndsOfWaiting() {
     std::vector<std::string> keys;
     for (const Followed& process : followed_)
         if (process.descriptor < 0) keys.push_back(std::to_string(process.handle));
-    return static_cast<std::size_t>(
-        std::count_if(keys.begin(), keys.end(), [this](const std::string& key) { return TakeEnd(key); }));
+    std::size_t ended = 0;
+    for (auto key = keys.begin(); key != keys.end() && ended < MostEndsATurn; ++key)
+        ended += TakeEnd(*key) ? 1 : 0;
+    return ended;
+}
+
+std::size_t ProcessFollower::TakeEndsOfWatched(std::chrono::milliseconds timeout, std::size_t most) {
+    std::array<epoll_event, MostEndsATurn> events{};
+    const int count = ::epoll_wait(pollSet_, events.data(), static_cast<int>(std::min(most, events.size())),
+                                   static_cast<int>(timeout.count()));
+    if (count < 0 && errno != EINTR) std::this_thread::sleep_for(timeout); // there is no poll set
+    std::size_t ended = 0;
+    for (int index = 0; index < count; ++index) {
+        const std::uint64_t mark = events[static_cast<std::size_t>(index)].data.u64;
+        if (mark == timerMark) {
+            std::uint64_t expirations = 0;
+            [[maybe_unused]] const auto length = ::read(timer_, &expirations, sizeof expirations);
+        } else {
+            ended += TakeEnd(std::to_string(mark)) ? 1 : 0;
+        }
+    }
+    return ended;
 }
 
 std::size_t ProcessFollower::TakeEnds(std::chrono::milliseconds timeout) {
+    constexpr std::chrono::milliseconds none{0}, longest{60'000};
     const auto deadline = DeadlineIn(timeout);
-    std::size_t ended = 0;
     for (;;) {
+        std::size_t ended = 0;
         if (IsAnyWaiting()) {
-            ended += TakeEndsOfWaiting();
+            ended = TakeEndsOfWaiting();
             WatchWaiting();
         }
-        if (followed_.IsEmpty()) return ended;
-        auto left = std::max(std::chrono::milliseconds(0),
-                             std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()));
-        const bool isLast = left.count() == 0 || ended > 0;
-        if (ended > 0) left = std::chrono::milliseconds(0);
-        constexpr std::chrono::milliseconds longest{60'000};
-        left = std::min(left, IsAnyWaiting() ? waitingPause : longest);
-        std::array<epoll_event, 64> events{};
-        const int count = ::epoll_wait(pollSet_, events.data(), static_cast<int>(events.size()),
-                                       static_cast<int>(left.count()));
-        for (int index = 0; index < count; ++index) {
-            const std::uint64_t mark = events[static_cast<std::size_t>(index)].data.u64;
-            if (mark == timerMark) {
-                std::uint64_t expirations = 0;
-                [[maybe_unused]] const auto length = ::read(timer_, &expirations, sizeof expirations);
-            } else {
-                ended += TakeEnd(std::to_string(mark)) ? 1 : 0;
-            }
-        }
-        if (count < 0 && errno != EINTR) std::this_thread::sleep_for(left); // there is no poll set
-        if (count <= 0 && isLast) return ended;
+        if (followed_.IsEmpty() || ended == MostEndsATurn) return ended;
+        const auto left =
+            std::max(none, std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()));
+        const auto pause = ended > 0 ? none : std::min(left, IsAnyWaiting() ? waitingPause : longest);
+        ended += TakeEndsOfWatched(pause, MostEndsATurn - ended);
+        if (ended > 0 || left == none) return ended;
     }
 }
 
+// Who hears of an end may have the program started again: past the deadline only what was followed by then is
+// looked after.
 bool ProcessFollower::WaitForAll(std::optional<std::chrono::milliseconds> timeout) {
     const auto deadline = DeadlineIn(timeout.value_or(std::chrono::milliseconds::max()));
+    std::optional<std::size_t> late;
     while (!followed_.IsEmpty()) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-        if (TakeEnds(std::max(left, std::chrono::milliseconds(0))) == 0 && left.count() <= 0) return false;
+        const bool isOver = left.count() <= 0;
+        if (isOver && !late) late = followed_.Count();
+        const std::size_t ended = TakeEnds(std::max(left, std::chrono::milliseconds(0)));
+        if (!isOver) continue;
+        if (ended == 0 || ended >= *late) return followed_.IsEmpty();
+        *late -= ended;
     }
     return true;
 }

@@ -41,8 +41,11 @@ public:
 
     /// Readable when a program has ended; -1 when the system has none to give.
     int PollDescriptor() const noexcept { return pollSet_; }
-    /// Waits up to `timeout` while programs are followed; returns how many ended.
+    /// Waits up to `timeout` while programs are followed, and takes in ends that were there by then: at most
+    /// `MostEndsATurn`. Whatever else ended, or ends while they are told, is left for the next turn. Returns
+    /// how many it were.
     std::size_t TakeEnds(std::chrono::milliseconds timeout);
+    static constexpr std::size_t MostEndsATurn = 64;
     /// False when some are still running after `timeout`; without one as long as it takes.
     bool WaitForAll(std::optional<std::chrono::milliseconds> timeout);
     std::vector<model::Process> Snapshot() const;
@@ -59,6 +62,8 @@ private:
     void WatchWaiting();
     bool TakeEnd(const std::string& key);
     std::size_t TakeEndsOfWaiting();
+    /// Waits for as long as nothing is readable; how many ends it took in.
+    std::size_t TakeEndsOfWatched(std::chrono::milliseconds timeout, std::size_t most);
     bool IsAnyWaiting() const { return watched_ < followed_.Count(); }
     /// Makes the poll set readable at intervals while programs wait for a descriptor.
     void SetTimer(bool isOn);

@@ -158,7 +158,9 @@ public:
     /// Becomes readable when ProcessEvents has something to do: for an event loop of one's own.
     int PollDescriptor() const;
     /// Waits up to `timeout` for ends of followed processes (none: returns at once), takes in those that
-    /// ended and tells their callers. Returns how many.
+    /// ended and tells their callers. Returns how many. A turn takes in a few dozen, and none that ended
+    /// since it began: PollDescriptor stays readable for the rest, so that a listener that has a program
+    /// started again at its end does not hold the thread.
     std::size_t ProcessEvents(std::chrono::milliseconds timeout = std::chrono::milliseconds(0));
     /// Until no process is followed any more; false when that took longer than `timeout` (none: however
     /// long).

@@ -139,6 +139,62 @@ TEST_F(Programs, MayEndWhileAnotherEndIsBeingTold) {
     EXPECT_THAT(events, ElementsAre(Ended(outerId, "exit 0"), Ended(innerId, inner)));
 }
 
+TEST_F(Programs, ThatAreStartedAgainAtEachEndAreTakenInOneATurn) {
+    constexpr std::size_t manyTimes = 200;
+    const auto waitForAnEnd = [&] {
+        pollfd wanted{Host().PollDescriptor(), POLLIN, 0};
+        ASSERT_EQ(::poll(&wanted, 1, 30'000), 1);
+    };
+    onEvent = [&] {
+        if (events.size() >= manyTimes) return;
+        Start("exit 0");
+        waitForAnEnd(); // it is over before this end was told
+    };
+    Start("exit 0");
+    waitForAnEnd();
+    EXPECT_EQ(Host().ProcessEvents(), 1u);
+    EXPECT_EQ(events.size(), 1u);
+    EXPECT_TRUE(IsReadable());
+    EXPECT_EQ(Host().ProcessEvents(1000ms), 1u);
+    EXPECT_EQ(events.size(), 2u);
+
+    EXPECT_FALSE(Host().WaitForProcesses(10ms)); // no more than what was followed by then
+    EXPECT_LT(events.size(), manyTimes);
+    EXPECT_TRUE(Host().WaitForProcesses()); // for as long as it takes
+    EXPECT_EQ(events.size(), manyTimes);
+}
+
+TEST_F(Programs, ThatEndedInGreatNumberAreTakenInByTurns) {
+    constexpr std::size_t many = 150;
+    for (std::size_t index = 0; index < many; ++index) {
+        const auto id = static_cast<id_t>(Start("exit 0"));
+        siginfo_t info{};
+        ASSERT_EQ(::waitid(P_PID, id, &info, WEXITED | WNOWAIT), 0);
+    }
+    std::size_t told = 0;
+    while (IsReadable()) {
+        const std::size_t turn = Host().ProcessEvents();
+        EXPECT_GT(turn, 0u);
+        EXPECT_LE(turn, 64u);
+        told += turn;
+        EXPECT_EQ(events.size(), told);
+        if (turn == 0) break;
+    }
+    EXPECT_EQ(told, many);
+    EXPECT_THAT(Model().Processes(), IsEmpty());
+}
+
+TEST_F(Programs, ThatHaveEndedAreAllWaitedForWithoutTime) {
+    constexpr std::size_t many = 150;
+    for (std::size_t index = 0; index < many; ++index) {
+        const auto id = static_cast<id_t>(Start("exit 0"));
+        siginfo_t info{};
+        ASSERT_EQ(::waitid(P_PID, id, &info, WEXITED | WNOWAIT), 0);
+    }
+    EXPECT_TRUE(Host().WaitForProcesses(0ms));
+    EXPECT_EQ(events.size(), many);
+}
+
 TEST_F(Programs, MayBeStartedWhileAnEndIsBeingTold) {
     onEvent = [&] {
         if (events.size() < 5) Start("exit 0");
