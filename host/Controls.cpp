@@ -123,8 +123,9 @@ constexpr std::array knownControls{
 } // namespace
 
 std::shared_ptr<base::Object> Controls::Make(const std::string& control, const std::string& viewKey) {
-    if (hook_)
-        if (auto made = hook_(control, viewKey)) return made;
+    const Factory hook = hook_; // the host may be closed meanwhile
+    if (hook)
+        if (auto made = hook(control, viewKey)) return made;
     const auto known =
         std::find_if(knownControls.begin(), knownControls.end(),
                      [&](const KnownControl& entry) { return base::EqualIgnoringCase(entry.name, control); });

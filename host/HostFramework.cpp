@@ -222,7 +222,8 @@ void HostFramework::ShowMessage(std::string_view text, std::int32_t style, std::
     const std::string shownText(text);
     const std::string shownTitle(title);
     trace_.MessageBox(shownText, style, shownTitle);
-    if (hooks_.showMessage) hooks_.showMessage(shownText, style, shownTitle);
+    const auto show = hooks_.showMessage; // the host may be closed while the user reads
+    if (show) show(shownText, style, shownTitle);
 }
 
 // tools and programs

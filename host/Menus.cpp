@@ -29,7 +29,7 @@ std::shared_ptr<IMenuItem> MenuItems::Item(std::string_view key) {
 std::shared_ptr<IMenuItem> MenuItems::Add(std::string_view key, std::string_view caption,
                                           std::string_view description, std::string_view owner) {
     context_.trace.Call(operations_.add, key, caption, description, owner);
-    const auto& added =
+    const auto added =
         level_.Append(std::make_shared<MenuItem>(context_, key, caption, description, owner, false));
     context_.trace.Changed(context_.part);
     return added;
@@ -37,7 +37,7 @@ std::shared_ptr<IMenuItem> MenuItems::Add(std::string_view key, std::string_view
 
 std::shared_ptr<IMenuItem> MenuItems::AddSeparator(std::string_view key, std::string_view owner) {
     context_.trace.Call(operations_.addSeparator, key, owner);
-    const auto& added = level_.Append(std::make_shared<MenuItem>(context_, key, "", "", owner, true));
+    const auto added = level_.Append(std::make_shared<MenuItem>(context_, key, "", "", owner, true));
     context_.trace.Changed(context_.part);
     return added;
 }

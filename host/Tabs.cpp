@@ -263,7 +263,7 @@ std::shared_ptr<ITab> Tabs::Add(std::int32_t index, std::string_view key, std::s
                                             std::to_string(index) + ", the first is 1");
     }
     const std::size_t position = std::min(static_cast<std::size_t>(index), tabs_.Count() + 1);
-    const auto& added = tabs_.Add(std::make_shared<Tab>(*this, trace_, events_, key, owner), key, position);
+    const auto added = tabs_.Add(std::make_shared<Tab>(*this, trace_, events_, key, owner), key, position);
     if (inFront_.empty()) inFront_ = key;
     trace_.Changed(ModelPart::Tabs);
     return added;

@@ -295,12 +295,17 @@ void ToolRecords::Read() {
         trace_.Problem(error.Description());
         return;
     }
+    // made first: a record tells of values that mean nothing, and whoever hears it may read the catalogue
+    std::vector<std::shared_ptr<ToolRecord>> records;
+    records.reserve(catalogue.tools.size());
+    for (base::XmlNode& element : catalogue.tools)
+        records.push_back(std::make_shared<ToolRecord>(trace_, std::move(element), renamed_));
     records_.Clear();
     repeated_.clear();
     removed_.clear();
     *renamed_ = false;
-    for (base::XmlNode& element : catalogue.tools)
-        Take(std::make_shared<ToolRecord>(trace_, std::move(element), renamed_));
+    for (std::shared_ptr<ToolRecord>& record : records)
+        Take(std::move(record));
 }
 
 void ToolRecords::Take(std::shared_ptr<ToolRecord> record) const {
@@ -349,12 +354,13 @@ void ToolRecords::Save() {
     };
     for (const auto& record : removed_)
         if (const auto place = takePlace(*record)) cuts.push_back(*place);
+    std::vector<std::string> problems; // told at the end, for whoever hears them may change the catalogue
     for (const auto& record : records_) {
         const auto place = takePlace(*record);
         const auto changes = record->ChangedAttributes();
         if (!place && !changes.empty()) {
-            trace_.Problem(file_.string() + " holds the tool \"" + record->Origin().first +
-                           "\" no more: its changes were not saved");
+            problems.push_back(file_.string() + " holds the tool \"" + record->Origin().first +
+                               "\" no more: its changes were not saved");
             continue;
         }
         for (const auto& [attribute, value] : changes)
@@ -371,15 +377,20 @@ void ToolRecords::Save() {
     removed_.clear();
     for (const auto& record : records_)
         record->MarkSaved();
+    for (const std::string& problem : problems)
+        trace_.Problem(problem);
 }
 
 void ToolRecords::Edit(const std::shared_ptr<IToolRecord>& record, std::string_view caller) {
     if (!record) Raise(base::errors::ObjectNotSet, "no record to edit");
-    const auto own = std::dynamic_pointer_cast<ToolRecord>(record);
+    // while the user is at it, the one who asked may let go of the record, and the host may be closed
+    const std::shared_ptr<IToolRecord> edited = record;
+    const Editor editor = editor_;
+    const auto own = std::dynamic_pointer_cast<ToolRecord>(edited);
     const auto name = [&] { return own ? own->Text(ToolField::Name) : std::string(); };
     trace_.Call("Tools.Edit", name, caller);
-    if (!editor_ || !editor_(*record)) return;
-    // the catalogue may have been read anew while the user was at it
+    if (!editor || !editor(*edited)) return;
+    // the catalogue may have been read anew meanwhile
     if (own && !FindIf([&](const auto& present) { return present == own; })) HandOver(*own);
     Save();
 }

@@ -28,24 +28,16 @@ std::shared_ptr<Tab> UsableTab(const Tabs& tabs, std::string_view key) {
     return tab;
 }
 
-struct UsableRow {
-    std::shared_ptr<View> view;
-    ListItem& row;
-};
-
 std::shared_ptr<View> ListViewOf(const Views& views, std::string_view viewKey) {
     const std::shared_ptr<View> view = views.Find(viewKey);
     if (!view || !view->Rows()) RaiseNoSuch("list view", viewKey);
     return view;
 }
 
-/// Makes the row of that text the current one.
-UsableRow CurrentRow(const Views& views, std::string_view viewKey, std::string_view rowText) {
-    const std::shared_ptr<View> view = ListViewOf(views, viewKey);
-    ListItem* row = view->Rows()->FindText(rowText);
+ListItem& RowOf(const View& view, std::string_view rowText) {
+    ListItem* row = view.Rows()->FindText(rowText);
     if (!row) RaiseNoSuch("row", rowText);
-    view->Rows()->SetCurrent(row);
-    return {view, *row};
+    return *row;
 }
 
 void RequireClickable(const MenuItem& item, bool inSight) {
@@ -85,9 +77,10 @@ void ReferenceHost::ClickTask(std::string_view key, bool flag) {
     if (isSwitch) pane = framework_->taskViews_.First();
     std::string owner;
     if (pane) {
-        if (!pane->view->IsVisible()) CannotBeUsed("task", key, "hidden");
+        const std::shared_ptr<TaskView> view = pane->view; // may be replaced by whoever hears of the switch
+        if (!view->IsVisible()) CannotBeUsed("task", key, "hidden");
         owner = pane->owner;
-        if (isSwitch) flag = pane->view->TurnShowAll();
+        if (isSwitch) flag = view->TurnShowAll();
     } else if (std::find(ownTasks.begin(), ownTasks.end(), key) != ownTasks.end()) {
         owner = listenerId::Component;
     } else {
@@ -116,17 +109,18 @@ void ReferenceHost::TabEvent(std::string_view tabKey, std::int32_t kind) {
 
 void ReferenceHost::ListItemEvent(std::string_view viewKey, std::string_view rowText, std::int32_t kind,
                                   std::optional<bool> checked) {
-    const auto [view, row] = CurrentRow(framework_->views_, viewKey, rowText);
-    bool state = checked.value_or(row.IsChecked());
-    if (kind == eventKind::CheckChanged) {
-        state = checked.value_or(!row.IsChecked());
-        row.Check(state);
-    }
+    const std::shared_ptr<View> view = ListViewOf(framework_->views_, viewKey);
+    view->Rows()->SetCurrent(&RowOf(*view, rowText));
+    ListItem& row = RowOf(*view, rowText); // whoever heard of it may have filled the list anew
+    const bool isChange = kind == eventKind::CheckChanged;
+    const bool state = checked.value_or(row.IsChecked() != isChange);
+    if (isChange) row.Check(state);
     framework_->events_.Row(view->OwnerText(), viewKey, kind, rowText, state);
 }
 
 void ReferenceHost::SelectRow(std::string_view viewKey, std::string_view rowText) {
-    CurrentRow(framework_->views_, viewKey, rowText);
+    const std::shared_ptr<View> view = ListViewOf(framework_->views_, viewKey);
+    view->Rows()->SetCurrent(&RowOf(*view, rowText));
 }
 
 void ReferenceHost::ColumnClick(std::string_view viewKey, std::string_view columnKey,
