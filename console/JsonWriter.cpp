@@ -114,12 +114,13 @@ void JsonWriter::OnPointer(std::int32_t pointer) {
     Write({{"is", "pointer"}, {"value", pointer}});
 }
 
-void JsonWriter::OnProcessStarted(std::int64_t id, const std::string& commandLine) {
-    Write({{"is", "process"}, {"change", "started"}, {"id", id}, {"commandLine", commandLine}});
+void JsonWriter::OnProcessStarted(const host::model::Process& process) {
+    Write(
+        {{"is", "process"}, {"change", "started"}, {"id", process.id}, {"commandLine", process.commandLine}});
 }
 
-void JsonWriter::OnProcessEnded(std::int64_t id, int exitCode, const std::string&) {
-    Write({{"is", "process"}, {"change", "ended"}, {"id", id}, {"exitCode", exitCode}});
+void JsonWriter::OnProcessEnded(const host::model::Process& process, const host::model::ProcessEnd& end) {
+    Write({{"is", "process"}, {"change", "ended"}, {"id", process.id}, {"exitCode", end.exitCode}});
 }
 
 void JsonWriter::OnProblem(const std::string& text) {

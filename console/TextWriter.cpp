@@ -84,12 +84,14 @@ void TextWriter::OnPointer(std::int32_t pointer) {
     Write("pointer", Colour::Dim, std::to_string(pointer));
 }
 
-void TextWriter::OnProcessStarted(std::int64_t id, const std::string& commandLine) {
-    Write("process", Colour::Green, std::to_string(id) + " started: " + Printable(commandLine));
+void TextWriter::OnProcessStarted(const host::model::Process& process) {
+    Write("process", Colour::Green,
+          std::to_string(process.id) + " started: " + Printable(process.commandLine));
 }
 
-void TextWriter::OnProcessEnded(std::int64_t id, int exitCode, const std::string&) {
-    Write("process", Colour::Green, std::to_string(id) + " ended with " + std::to_string(exitCode));
+void TextWriter::OnProcessEnded(const host::model::Process& process, const host::model::ProcessEnd& end) {
+    Write("process", Colour::Green,
+          std::to_string(process.id) + " ended with " + std::to_string(end.exitCode));
 }
 
 void TextWriter::OnProblem(const std::string& text) {

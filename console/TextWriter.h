@@ -15,8 +15,8 @@ public:
     void OnReply(const MessageRecord& message) override;
     void OnMessageBox(const std::string& text, std::int32_t style, const std::string& title) override;
     void OnPointer(std::int32_t pointer) override;
-    void OnProcessStarted(std::int64_t id, const std::string& commandLine) override;
-    void OnProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) override;
+    void OnProcessStarted(const host::model::Process& process) override;
+    void OnProcessEnded(const host::model::Process& process, const host::model::ProcessEnd& end) override;
     void OnProblem(const std::string& text) override;
     bool WantsCalls() const override { return calls_; }
     bool WantsChanges() const override { return false; }

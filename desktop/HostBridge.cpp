@@ -270,14 +270,15 @@ void HostBridge::OnPointer(std::int32_t pointer) {
     emit PointerChanged(pointer);
 }
 
-void HostBridge::OnProcessStarted(std::int64_t id, const std::string& commandLine) {
+void HostBridge::OnProcessStarted(const arvon::host::model::Process& process) {
     OnChanged(ModelPart::Processes);
-    emit ProcessStarted(id, ToQt(commandLine));
+    emit ProcessStarted(process);
 }
 
-void HostBridge::OnProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) {
+void HostBridge::OnProcessEnded(const arvon::host::model::Process& process,
+                                const arvon::host::model::ProcessEnd& end) {
     OnChanged(ModelPart::Processes);
-    emit ProcessEnded(id, exitCode, ToQt(commandLine));
+    emit ProcessEnded(process, end);
 }
 
 void HostBridge::OnProblem(const std::string& text) {

@@ -113,8 +113,8 @@ signals:
     /// An action that may take a while begins; empty: it is over.
     void Progress(const QString& what);
     void PointerChanged(int pointer);
-    void ProcessStarted(qint64 id, const QString& commandLine);
-    void ProcessEnded(qint64 id, int exitCode, const QString& commandLine);
+    void ProcessStarted(const arvon::host::model::Process& process);
+    void ProcessEnded(const arvon::host::model::Process& process, const arvon::host::model::ProcessEnd& end);
     /// The host's own trouble, for a person.
     void Problem(const QString& text);
     /// What the user asked for could not be done.
@@ -134,8 +134,9 @@ private:
 
     void OnReply(const arvon::host::MessageRecord& message) override;
     void OnPointer(std::int32_t pointer) override;
-    void OnProcessStarted(std::int64_t id, const std::string& commandLine) override;
-    void OnProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) override;
+    void OnProcessStarted(const arvon::host::model::Process& process) override;
+    void OnProcessEnded(const arvon::host::model::Process& process,
+                        const arvon::host::model::ProcessEnd& end) override;
     void OnProblem(const std::string& text) override;
     void OnChanged(arvon::host::ModelPart part) override;
     bool WantsCalls() const override { return false; }

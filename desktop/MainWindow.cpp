@@ -41,6 +41,8 @@ namespace desktop {
 
 using arvon::host::ModelPart;
 using arvon::host::ReferenceHost;
+using arvon::host::model::Process;
+using arvon::host::model::ProcessEnd;
 
 namespace {
 
@@ -141,19 +143,16 @@ void MainWindow::Connect() {
             if (!windows_->TakeOffer(answer)) updates_->Offer(answer);
         });
     });
-    connect(&bridge_, &HostBridge::ProcessStarted, this, [this](qint64 id, const QString& commandLine) {
-        states_.ProcessStarted(id, commandLine);
-        Tell(text::Of(text::status::Started).arg(states_.NameOfProgram(commandLine)));
+    connect(&bridge_, &HostBridge::ProcessStarted, this, [this](const Process& process) {
+        states_.ProcessStarted(process);
+        Tell(text::Of(text::status::Started).arg(states_.NameOfProgram(process)));
     });
-    connect(&bridge_, &HostBridge::ProcessEnded, this,
-            [this](qint64 id, int exitCode, const QString& commandLine) {
-                states_.ProcessEnded(id);
-                const QString name = states_.NameOfProgram(commandLine);
-                const QString ended = exitCode == 0
-                                          ? text::Of(text::status::Ended).arg(name)
-                                          : text::Of(text::status::EndedBadly).arg(name).arg(exitCode);
-                Tell(ended);
-            });
+    connect(&bridge_, &HostBridge::ProcessEnded, this, [this](const Process& process, const ProcessEnd& end) {
+        states_.ProcessEnded(process);
+        const QString name = states_.NameOfProgram(process);
+        Tell(end.exitCode == 0 ? text::Of(text::status::Ended).arg(name)
+                               : text::Of(text::status::EndedBadly).arg(name).arg(end.exitCode));
+    });
     connect(navigator_, &Navigator::ContextMenuReady, menus_, &HostMenus::ShowContextMenu);
     connect(programs_, &ToolListPage::CurrentChanged, taskPane_, &TaskPane::SetCurrent);
     connect(menus_, &HostMenus::Sorted, this,

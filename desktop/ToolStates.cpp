@@ -20,11 +20,6 @@ constexpr int componentKind = 0;
 /// As many characters of a tool's identifier as its picture is found by.
 constexpr qsizetype pictureLength = 3;
 
-QString CommandLineOf(const QString& path, const QString& arguments) {
-    const QString trimmed = arguments.trimmed();
-    return trimmed.isEmpty() ? path : path + u' ' + arguments;
-}
-
 } // namespace
 
 ToolStates::ToolStates(HostBridge& bridge)
@@ -42,13 +37,11 @@ void ToolStates::Refresh(const Parts& parts) {
 void ToolStates::ReadTools() {
     tools_.clear();
     vrexByName_.clear();
-    vrexByCommandLine_.clear();
     for (const arvon::host::model::Tool& tool : bridge_.Model().Tools()) {
         const QString vrex = ToQt(tool.vrex);
         const Tool read{ToQt(tool.name), ToQt(tool.identifier).left(pictureLength), ToQt(tool.path),
-                        ToQt(tool.commandLine), tool.kind};
+                        tool.kind};
         vrexByName_.insert(read.name, vrex);
-        if (!read.path.isEmpty()) vrexByCommandLine_.insert(CommandLineOf(read.path, read.commandLine), vrex);
         tools_.insert(vrex, read);
     }
 }
@@ -79,32 +72,19 @@ QString ToolStates::ProgramToUnload() const {
     return open_.isEmpty() ? QString() : tools_.value(open_.last()).name;
 }
 
-void ToolStates::ProcessStarted(qint64 id, const QString& commandLine) {
-    processes_.insert(id, {id, QDateTime::currentDateTime(), VrexOfCommandLine(commandLine)});
+void ToolStates::ProcessStarted(const arvon::host::model::Process& process) {
+    processes_.insert(process.id, {process.id, QDateTime::currentDateTime(), ToQt(process.vrex)});
 }
 
-void ToolStates::ProcessEnded(qint64 id) {
-    processes_.remove(id);
+void ToolStates::ProcessEnded(const arvon::host::model::Process& process) {
+    processes_.remove(process.id);
 }
 
-QString ToolStates::VrexOfCommandLine(const QString& commandLine) const {
-    const auto exact = vrexByCommandLine_.constFind(commandLine);
-    if (exact != vrexByCommandLine_.constEnd()) return *exact;
-    QString vrex;
-    qsizetype longest = 0;
-    for (auto tool = tools_.cbegin(); tool != tools_.cend(); ++tool) {
-        const QString& path = tool->path;
-        if (path.size() <= longest || !commandLine.startsWith(path)) continue;
-        longest = path.size();
-        vrex = tool.key();
-    }
-    return vrex;
-}
-
-QString ToolStates::NameOfProgram(const QString& commandLine) const {
-    const auto tool = tools_.constFind(VrexOfCommandLine(commandLine));
-    if (tool != tools_.constEnd()) return tool->name;
-    return commandLine.section(u'\\', -1).section(u' ', 0, 0);
+QString ToolStates::NameOfProgram(const arvon::host::model::Process& process) const {
+    const auto tool = tools_.constFind(ToQt(process.vrex));
+    if (!process.vrex.empty() && tool != tools_.constEnd()) return tool->name;
+    if (!process.name.empty()) return ToQt(process.name);
+    return ToQt(process.commandLine).section(u'\\', -1).section(u' ', 0, 0);
 }
 
 ToolState ToolStates::Of(const QString& vrex) const {
@@ -121,7 +101,7 @@ ToolState ToolStates::Of(const QString& vrex) const {
         state.since = *loaded;
     }
     for (const Process& process : processes_) {
-        if (process.vrex != vrex) continue;
+        if (process.vrex.isEmpty() || process.vrex != vrex) continue;
         state.kind = ToolState::Kind::Running;
         state.since = process.since;
         state.process = process.id;

@@ -35,8 +35,8 @@ public:
 
     /// Takes in what changed in the model.
     void Refresh(const Parts& parts);
-    void ProcessStarted(qint64 id, const QString& commandLine);
-    void ProcessEnded(qint64 id);
+    void ProcessStarted(const arvon::host::model::Process& process);
+    void ProcessEnded(const arvon::host::model::Process& process);
     /// Files are looked for anew: the user may have mended what was missing.
     void ForgetFiles() { problems_.clear(); }
 
@@ -52,31 +52,31 @@ public:
     QString ProgramToUnload() const;
     /// The name by which the host finds the tool's picture; empty for an unknown tool.
     QString PictureOf(const QString& vrex) const;
-    /// Name of the tool that a process belongs to; the command line's program when it is nobody's.
-    QString NameOfProgram(const QString& commandLine) const;
+    /// Name of the tool that a process belongs to, as it is by now; the command line's program when it is
+    /// nobody's.
+    QString NameOfProgram(const arvon::host::model::Process& process) const;
     bool AnythingRuns() const { return !processes_.isEmpty() || !loaded_.isEmpty(); }
 
 private:
     struct Tool {
-        QString name, picture, path, commandLine;
+        QString name, picture, path;
         int kind = 0;
     };
     struct Process {
         qint64 id = 0;
         QDateTime since;
-        QString vrex;
+        QString vrex; // empty for a program of no tool
     };
 
     void ReadTools();
     void ReadLoaded();
     int KindOf(const QString& vrex) const { return tools_.value(vrex).kind; }
-    QString VrexOfCommandLine(const QString& commandLine) const;
     QString FindProblem(const Tool& tool) const;
 
     HostBridge& bridge_;
     std::unique_ptr<platform::FilePaths> paths_;
     QHash<QString, Tool> tools_; // by VREX
-    QHash<QString, QString> vrexByName_, vrexByCommandLine_;
+    QHash<QString, QString> vrexByName_;
     QHash<qint64, Process> processes_;
     QHash<QString, QDateTime> loaded_;         // by VREX; no components
     QStringList open_;                         // by VREX, in the order of loading

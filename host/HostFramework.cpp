@@ -246,7 +246,12 @@ IToolLoader& HostFramework::Loader() {
 
 std::int32_t HostFramework::StartProcess(std::string_view commandLine, std::string_view caller) {
     trace_.Call("StartProcess", commandLine, caller);
-    return follower_.Start(commandLine, caller);
+    model::Process process{0, std::string(commandLine), std::string(caller), {}, {}};
+    if (const auto record = records_.OfCommandLine(commandLine)) {
+        process.name = record->Text(ToolField::Name);
+        process.vrex = record->Text(ToolField::Vrex);
+    }
+    return follower_.Start(std::move(process));
 }
 
 // resources, settings, language

@@ -97,9 +97,16 @@ struct LoadedTool {
     std::string name, key;
 };
 
+/// `name` and `vrex` are those of the program's record when it was started; empty for one of no record.
 struct Process {
     std::int64_t id = 0;
     std::string commandLine, caller;
+    std::string name, vrex;
+};
+
+struct ProcessEnd {
+    int exitCode = 0; // 128 and the signal's number for a program that was ended by a signal
+    int signal = 0;   // that number; 0 for a program that ended by itself
 };
 
 struct Banner {

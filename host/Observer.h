@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Value.h"
+#include "host/Model.h"
 
 #include <chrono>
 #include <cstdint>
@@ -84,9 +85,8 @@ public:
     virtual void OnMessageBox(const std::string& /*text*/, std::int32_t /*style*/,
                               const std::string& /*title*/) {}
     virtual void OnPointer(std::int32_t /*pointer*/) {}
-    virtual void OnProcessStarted(std::int64_t /*id*/, const std::string& /*commandLine*/) {}
-    /// `exitCode`: 128 and the signal's number for a program that was ended by a signal.
-    virtual void OnProcessEnded(std::int64_t /*id*/, int /*exitCode*/, const std::string& /*commandLine*/) {}
+    virtual void OnProcessStarted(const model::Process&) {}
+    virtual void OnProcessEnded(const model::Process&, const model::ProcessEnd&) {}
     /// The host's own trouble, for a person: a tool that could not be loaded, a broken Tools.xml, a listener
     /// that threw.
     virtual void OnProblem(const std::string& /*text*/) {}

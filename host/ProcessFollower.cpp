@@ -56,17 +56,18 @@ Clock::time_point DeadlineIn(std::chrono::milliseconds timeout) {
     return Clock::now() + std::min(timeout, longest);
 }
 
-/// The exit code of an ended child, which is taken away with it; nothing while it runs. A child that is not
-/// there any more counts as ended well.
-std::optional<int> TakeExitCode(std::int64_t process) {
+/// How a child ended, which is taken away with it; nothing while it runs. A child that is not there any more
+/// counts as ended well.
+std::optional<model::ProcessEnd> TakeEndOf(std::int64_t process) {
     siginfo_t info{};
     int result = 0;
     do {
         result = ::waitid(P_PID, static_cast<id_t>(process), &info, WEXITED | WNOHANG);
     } while (result < 0 && errno == EINTR);
-    if (result < 0) return 0;
+    if (result < 0) return model::ProcessEnd{};
     if (info.si_pid == 0) return {};
-    return info.si_code == CLD_EXITED ? info.si_status : signalBase + info.si_status;
+    if (info.si_code == CLD_EXITED) return model::ProcessEnd{info.si_status, 0};
+    return model::ProcessEnd{signalBase + info.si_status, info.si_status};
 }
 
 } // namespace
@@ -83,41 +84,39 @@ ProcessFollower::ProcessFollower(Trace& trace, platform::Processes& processes, C
 }
 
 ProcessFollower::~ProcessFollower() {
-    for (const Followed& process : followed_) {
-        if (process.descriptor >= 0) ::close(process.descriptor);
-        TakeExitCode(process.handle);
-        processes_.Close(process.handle);
+    for (const Followed& followed : followed_) {
+        if (followed.descriptor >= 0) ::close(followed.descriptor);
+        TakeEndOf(followed.process.id);
+        processes_.Close(followed.process.id);
     }
     if (timer_ >= 0) ::close(timer_);
     if (pollSet_ >= 0) ::close(pollSet_);
 }
 
-std::int32_t ProcessFollower::Start(std::string_view commandLine, std::string_view caller) {
-    const platform::Processes::Handle handle = processes_.Start(commandLine);
-    if (handle <= 0) {
-        trace_.Problem("could not be started: " + std::string(commandLine));
+std::int32_t ProcessFollower::Start(model::Process process) {
+    process.id = processes_.Start(process.commandLine);
+    if (process.id <= 0) {
+        trace_.Problem("could not be started: " + process.commandLine);
         return 0;
     }
-    Followed& process =
-        followed_.Add({handle, std::string(commandLine), std::string(caller), -1}, std::to_string(handle));
-    if (!Watch(process)) SetTimer(true);
+    if (!Watch(followed_.Add({process, -1}, std::to_string(process.id)))) SetTimer(true);
     trace_.Changed(ModelPart::Processes);
-    trace_.ProcessStarted(handle, std::string(commandLine));
-    return static_cast<std::int32_t>(handle);
+    trace_.ProcessStarted(process);
+    return static_cast<std::int32_t>(process.id);
 }
 
-bool ProcessFollower::Watch(Followed& process) {
+bool ProcessFollower::Watch(Followed& followed) {
     if (pollSet_ < 0 || !HasRoomForDescriptor()) return false;
-    const long opened = ::syscall(SYS_pidfd_open, static_cast<pid_t>(process.handle), 0);
+    const long opened = ::syscall(SYS_pidfd_open, static_cast<pid_t>(followed.process.id), 0);
     if (opened < 0) return false;
     epoll_event event{};
     event.events = EPOLLIN;
-    event.data.u64 = static_cast<std::uint64_t>(process.handle);
+    event.data.u64 = static_cast<std::uint64_t>(followed.process.id);
     if (::epoll_ctl(pollSet_, EPOLL_CTL_ADD, static_cast<int>(opened), &event) < 0) {
         ::close(static_cast<int>(opened));
         return false;
     }
-    process.descriptor = static_cast<int>(opened);
+    followed.descriptor = static_cast<int>(opened);
     ++watched_;
     return true;
 }
@@ -133,8 +132,8 @@ bool ProcessFollower::HasRoomForDescriptor() {
 
 void ProcessFollower::WatchWaiting() {
     for (std::size_t position = 1; position <= followed_.Count() && IsAnyWaiting(); ++position) {
-        Followed& process = followed_.Item(position);
-        if (process.descriptor < 0 && !Watch(process)) break;
+        Followed& followed = followed_.Item(position);
+        if (followed.descriptor < 0 && !Watch(followed)) break;
     }
     SetTimer(IsAnyWaiting());
 }
@@ -151,25 +150,25 @@ void ProcessFollower::SetTimer(bool isOn) {
 bool ProcessFollower::TakeEnd(const std::string& key) {
     Followed* found = followed_.Find(key);
     if (!found) return false;
-    const auto exitCode = TakeExitCode(found->handle);
-    if (!exitCode) return false;
-    const Followed process = std::move(*found);
+    const auto end = TakeEndOf(found->process.id);
+    if (!end) return false;
+    const auto [process, descriptor] = std::move(*found);
     followed_.Remove(key);
-    if (process.descriptor >= 0) {
-        ::close(process.descriptor);
+    if (descriptor >= 0) {
+        ::close(descriptor);
         --watched_;
     }
-    processes_.Close(process.handle);
+    processes_.Close(process.id);
     trace_.Changed(ModelPart::Processes);
-    trace_.ProcessEnded(process.handle, *exitCode, process.commandLine);
-    complete_(process.caller, process.commandLine, static_cast<std::int32_t>(process.handle));
+    trace_.ProcessEnded(process, *end);
+    complete_(process.caller, process.commandLine, static_cast<std::int32_t>(process.id));
     return true;
 }
 
 std::size_t ProcessFollower::TakeEndsOfWaiting() {
     std::vector<std::string> keys;
-    for (const Followed& process : followed_)
-        if (process.descriptor < 0) keys.push_back(std::to_string(process.handle));
+    for (const Followed& followed : followed_)
+        if (followed.descriptor < 0) keys.push_back(std::to_string(followed.process.id));
     std::size_t ended = 0;
     for (auto key = keys.begin(); key != keys.end() && ended < MostEndsATurn; ++key)
         ended += TakeEnd(*key) ? 1 : 0;
@@ -231,8 +230,8 @@ bool ProcessFollower::WaitForAll(std::optional<std::chrono::milliseconds> timeou
 
 std::vector<model::Process> ProcessFollower::Snapshot() const {
     std::vector<model::Process> rows;
-    for (const Followed& process : followed_)
-        rows.push_back({process.handle, process.commandLine, process.caller});
+    for (const Followed& followed : followed_)
+        rows.push_back(followed.process);
     return rows;
 }
 

@@ -36,8 +36,8 @@ public:
     ProcessFollower(const ProcessFollower&) = delete;
     ProcessFollower& operator=(const ProcessFollower&) = delete;
 
-    /// The process id; 0 when it could not be started.
-    std::int32_t Start(std::string_view commandLine, std::string_view caller);
+    /// Starts its command line; its id is given by the system. Returns it, 0 when it could not be started.
+    std::int32_t Start(model::Process process);
 
     /// Readable when a program has ended; -1 when the system has none to give.
     int PollDescriptor() const noexcept { return pollSet_; }
@@ -52,12 +52,11 @@ public:
 
 private:
     struct Followed {
-        std::int64_t handle = 0;
-        std::string commandLine, caller;
+        model::Process process;
         int descriptor = -1; // -1: waits for one
     };
 
-    bool Watch(Followed& process);
+    bool Watch(Followed& followed);
     bool HasRoomForDescriptor();
     void WatchWaiting();
     bool TakeEnd(const std::string& key);

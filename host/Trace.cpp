@@ -117,12 +117,12 @@ void Trace::Pointer(std::int32_t pointer) {
     ForEach([&](IObserver& observer) { observer.OnPointer(pointer); });
 }
 
-void Trace::ProcessStarted(std::int64_t id, const std::string& commandLine) {
-    ForEach([&](IObserver& observer) { observer.OnProcessStarted(id, commandLine); });
+void Trace::ProcessStarted(const model::Process& process) {
+    ForEach([&](IObserver& observer) { observer.OnProcessStarted(process); });
 }
 
-void Trace::ProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) {
-    ForEach([&](IObserver& observer) { observer.OnProcessEnded(id, exitCode, commandLine); });
+void Trace::ProcessEnded(const model::Process& process, const model::ProcessEnd& end) {
+    ForEach([&](IObserver& observer) { observer.OnProcessEnded(process, end); });
 }
 
 void Trace::Problem(const std::string& text) {

@@ -54,8 +54,8 @@ public:
     void Reply(const MessageRecord& message);
     void MessageBox(const std::string& text, std::int32_t style, const std::string& title);
     void Pointer(std::int32_t pointer);
-    void ProcessStarted(std::int64_t id, const std::string& commandLine);
-    void ProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine);
+    void ProcessStarted(const model::Process& process);
+    void ProcessEnded(const model::Process& process, const model::ProcessEnd& end);
     void Problem(const std::string& text);
 
     const std::deque<std::string>& Problems() const noexcept { return problems_; }

@@ -1,6 +1,7 @@
 #include "core/Names.h"
 #include "core/Parameters.h"
 #include "core/ToolMain.h"
+#include "core/contract/CommandLine.h"
 #include "launch/OutsidePrograms.h"
 #include "launch/ReportLogo.h"
 #include "platform/modRegistry.h"
@@ -101,7 +102,7 @@ void ToolMain::LaunchOutside(const ToolRecord& tool) {
         return;
     }
     const std::string commandLine =
-        CommandLineOf(tool->Get(property::Path).ToText(), tool->Get(property::CommandLine).ToText());
+        arvon::CommandLineOf(tool->Get(property::Path).ToText(), tool->Get(property::CommandLine).ToText());
     if (commandLine.empty()) return;
     const std::int32_t lPID = m_oFramework->StartProcess(commandLine, Self);
     if (lPID < 1) return;

@@ -144,8 +144,9 @@ TEST_F(JsonWriterTest, TellsWhenNobodyListens) {
 TEST_F(JsonWriterTest, WritesBoxesPointersAndProcesses) {
     writer.OnMessageBox("Sure?", 64, "Arvon");
     writer.OnPointer(11);
-    writer.OnProcessStarted(4711, R"(C:\QUARRA\Tobr43\Tobr43.exe)");
-    writer.OnProcessEnded(4711, 3, "");
+    const arvon::host::model::Process process{4711, R"(C:\QUARRA\Tobr43\Tobr43.exe)", "", "Layout", "Tobr43"};
+    writer.OnProcessStarted(process);
+    writer.OnProcessEnded(process, {3, 0});
     EXPECT_EQ(
         capture.Take(),
         R"({"is":"messageBox","text":"Sure?","style":64,"title":"Arvon"})"

@@ -45,7 +45,7 @@ TEST(TextWriter, WritesNoEscapeCodesWithoutColour) {
     capture.writer->OnError("\x1B", "\x1B");
     capture.writer->OnProblem("\x1B");
     capture.writer->OnCommandReply("x", "\x1B");
-    capture.writer->OnProcessStarted(1, "\x1B");
+    capture.writer->OnProcessStarted({1, "\x1B", "", "", ""});
     capture.writer->OnState("x", Json::array({{{"key", "\x1B"}}}));
     capture.writer->OnMessage(Event("\x1B", "\x1B", "\x1B"));
     const std::string text = capture.Take();

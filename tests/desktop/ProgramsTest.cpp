@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QRegularExpression>
 
 namespace desktop {
 namespace {
@@ -28,6 +29,41 @@ protected:
         ASSERT_TRUE(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));
         broken.write("this is no library");
     }
+    /// Before the window opens.
+    void SetProgram(const QString& name, const QString& path, const QString& arguments) {
+        QFile file(ToQt(File("Arvon/Tools.xml").string()));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        QString catalogue = QString::fromUtf8(file.readAll());
+        file.close();
+        const qsizetype begin = catalogue.indexOf(QStringLiteral("Name=\"%1\"").arg(name));
+        const qsizetype end = catalogue.indexOf(u'>', begin);
+        ASSERT_GE(begin, 0);
+        QString tag = catalogue.mid(begin, end - begin);
+        tag.replace(QRegularExpression(QStringLiteral(" Path=\"[^\"]*\"")),
+                    QStringLiteral(" Path=\"%1\"").arg(path));
+        tag.replace(QRegularExpression(QStringLiteral(" CommandLine=\"[^\"]*\"")),
+                    QStringLiteral(" CommandLine=\"%1\"").arg(arguments));
+        catalogue.replace(begin, end - begin, tag);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(catalogue.toUtf8());
+    }
+    void ExpectOnlyRunning(const QString& running) {
+        for (const QString& name :
+             {QStringLiteral("Layout"), QStringLiteral("Plot Queue"), QStringLiteral("Grid Check")})
+            EXPECT_EQ(StateOf(name).startsWith(QStringLiteral("Running")), name == running)
+                << name.toStdString();
+    }
+    void Start(const QString& name) {
+        OpenRow(name);
+        ASSERT_THAT(bridge->Model().Processes(), SizeIs(1));
+        EXPECT_EQ(StatusText(), name + QStringLiteral(" started"));
+        ExpectOnlyRunning(name);
+        ASSERT_TRUE(WaitUntil([this] { return bridge->Model().Processes().empty(); }));
+        Settle();
+        EXPECT_EQ(StatusText(), name + QStringLiteral(" ended"));
+        ExpectOnlyRunning(QString());
+    }
+    const QString layoutPath = QStringLiteral("C:\\QUARRA\\Tobr43\\Tobr43.exe");
 };
 
 TEST_F(ProgramsTest, AnOutsideProgramIsMarkedWhileItRuns) {
@@ -49,6 +85,40 @@ TEST_F(ProgramsTest, AnOutsideProgramIsMarkedWhileItRuns) {
     EXPECT_FALSE(RowOf(QStringLiteral("Layout")).data(Qt::FontRole).value<QFont>().bold());
     EXPECT_EQ(StatusText(), QStringLiteral("Layout ended"));
     EXPECT_THAT(boxes, IsEmpty());
+}
+
+TEST_F(ProgramsTest, OfProgramsThatShareTheirFileTheOneThatRunsIsMarked) {
+    for (const char* name : {"Layout", "Plot Queue", "Grid Check"})
+        SetProgram(QLatin1String(name), layoutPath, QString());
+    Open();
+    for (const char* name : {"Plot Queue", "Layout", "Grid Check"})
+        Start(QLatin1String(name));
+    EXPECT_THAT(boxes, IsEmpty());
+}
+
+TEST_F(ProgramsTest, BlanksAroundTheArgumentsDoNotMarkAnother) {
+    SetProgram(QStringLiteral("Layout"), layoutPath, QStringLiteral("--seconds 1"));
+    SetProgram(QStringLiteral("Plot Queue"), layoutPath, QStringLiteral("  --seconds 1 "));
+    SetProgram(QStringLiteral("Grid Check"), layoutPath, QStringLiteral("   "));
+    Open();
+    for (const char* name : {"Plot Queue", "Layout", "Grid Check"})
+        Start(QLatin1String(name));
+    EXPECT_THAT(boxes, IsEmpty());
+}
+
+TEST_F(ProgramsTest, AProgramThatIsRenamedWhileItRunsStaysMarked) {
+    Open();
+    OpenRow(QStringLiteral("Plot Queue"));
+    ASSERT_THAT(bridge->Model().Processes(), SizeIs(1));
+    const auto record = bridge->Host().Framework()->Tools().Item("Plot Queue");
+    record->Set("Name", base::Value("Spooler"));
+    record->Set("CommandLine", base::Value("--seconds 9"));
+    Settle();
+    ExpectOnlyRunning(QStringLiteral("Plot Queue")); // the row is the component's, and as it was
+    ASSERT_TRUE(WaitUntil([this] { return bridge->Model().Processes().empty(); }));
+    Settle();
+    EXPECT_EQ(StatusText(), QStringLiteral("Spooler ended"));
+    ExpectOnlyRunning(QString());
 }
 
 TEST_F(ProgramsTest, TheLauncherKnowsWhatRunsInTheDesktop) {

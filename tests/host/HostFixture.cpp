@@ -47,12 +47,12 @@ void Recorder::OnMessageBox(const std::string& text, std::int32_t style, const s
     boxes.push_back(text + "/" + std::to_string(style) + "/" + title);
 }
 
-void Recorder::OnProcessStarted(std::int64_t, const std::string& commandLine) {
-    processes.push_back("started " + commandLine);
+void Recorder::OnProcessStarted(const model::Process& process) {
+    processes.push_back("started " + process.commandLine);
 }
 
-void Recorder::OnProcessEnded(std::int64_t, int exitCode, const std::string& commandLine) {
-    processes.push_back("ended " + std::to_string(exitCode) + " " + commandLine);
+void Recorder::OnProcessEnded(const model::Process& process, const model::ProcessEnd& end) {
+    processes.push_back("ended " + std::to_string(end.exitCode) + " " + process.commandLine);
 }
 
 void HostTest::Open(Hooks hooks) {

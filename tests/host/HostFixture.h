@@ -42,8 +42,8 @@ public:
     void OnReply(const MessageRecord& message) override { replies.push_back(message); }
     void OnMessageBox(const std::string& text, std::int32_t style, const std::string& title) override;
     void OnPointer(std::int32_t pointer) override { pointers.push_back(pointer); }
-    void OnProcessStarted(std::int64_t id, const std::string& commandLine) override;
-    void OnProcessEnded(std::int64_t id, int exitCode, const std::string& commandLine) override;
+    void OnProcessStarted(const model::Process& process) override;
+    void OnProcessEnded(const model::Process& process, const model::ProcessEnd& end) override;
     void OnProblem(const std::string& text) override { problems.push_back(text); }
     void OnChanged(ModelPart part) override { changes.push_back(part); }
 

@@ -13,16 +13,3 @@ TEST(OutsidePrograms, AreKnownByTheExactLetters) {
     for (const char* vrex : {"", "tobr43", "TOBR43", "jx310", "JX310", "Jx210", " Tobr43", "Tob", "Vn21"})
         EXPECT_FALSE(IsOutsideProgram(vrex)) << vrex;
 }
-
-TEST(OutsidePrograms, AreStartedByPathAndArgumentsUnquoted) {
-    EXPECT_EQ(CommandLineOf("C:\\A B\\x.exe", " /a \"b c\" "), "C:\\A B\\x.exe /a \"b c\"");
-}
-
-TEST(OutsidePrograms, GetNoTrailingBlankForArgumentsOfBlanks) {
-    EXPECT_EQ(CommandLineOf("x.exe", ""), "x.exe");
-    EXPECT_EQ(CommandLineOf("x.exe", "   "), "x.exe");
-}
-
-TEST(OutsidePrograms, HaveNoCommandLineWithoutAPath) {
-    EXPECT_EQ(CommandLineOf("", "/a"), "");
-}

@@ -100,7 +100,9 @@ public:
     virtual ILoadedTools& LoadedTools() = 0;
     virtual IToolLoader& Loader() = 0; // re-entrant
     /// Starts a command line as a process of its own that the host follows: its end is told to `caller` as
-    /// the event "ShellProcessComplete". Returns the process id; below 1 when it could not be started.
+    /// the event "ShellProcessComplete". Returns the process id; below 1 when it could not be started. For
+    /// its own books the host finds the record by CommandLineOf: among several of one command line that which
+    /// was last asked for by name, so whoever launches a tool takes it by Tools().Item(name) first.
     virtual std::int32_t StartProcess(std::string_view commandLine, std::string_view caller) = 0;
 
     // resources, settings, language
