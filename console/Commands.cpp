@@ -164,7 +164,7 @@ void Console::Wait(Words words) {
 }
 
 void Console::Show(Words words) {
-    writer_.OnState(words[0], SnapshotOf(host_, words[0]));
+    writer_.OnState(words[0], SnapshotOf(host_.Model(), runs_, words[0]));
 }
 
 void Console::Help(Words words) {

@@ -13,11 +13,13 @@ Console::Console(host::ReferenceHost& host, Writer& writer, std::filesystem::pat
     : host_(host), writer_(writer), library_(std::move(library)) {
     for (const std::string& problem : host_.Problems()) // of opening the installation
         writer_.OnProblem(problem);
+    host_.Subscribe(runs_);
     host_.Subscribe(writer_);
 }
 
 Console::~Console() {
     host_.Unsubscribe(writer_);
+    host_.Unsubscribe(runs_);
 }
 
 bool Console::Run(LineSource& lines, bool isTyped) {

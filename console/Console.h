@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/Runs.h"
 #include "console/Writer.h"
 #include "host/ReferenceHost.h"
 
@@ -64,6 +65,7 @@ private:
 
     host::ReferenceHost& host_;
     Writer& writer_;
+    Runs runs_;
     const std::filesystem::path library_;
     std::string command_; // under way
     bool allCarriedOut_ = true;

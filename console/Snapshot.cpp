@@ -3,6 +3,9 @@
 #include "console/Words.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
 #include <iterator>
 
 namespace arvon::console {
@@ -11,11 +14,14 @@ namespace model = host::model;
 
 namespace {
 
-using Model = host::ReferenceHost::ModelView;
+/// What there is to show.
+struct Model : host::ReferenceHost::ModelView {
+    const Runs& runs;
+};
 
 constexpr std::string_view ToolList = "lvTools";
 
-template <class Entry> Json ListOf(const std::vector<Entry>& entries, Json (*toJson)(const Entry&)) {
+template <class Entries, class Entry> Json ListOf(const Entries& entries, Json (*toJson)(const Entry&)) {
     Json list = Json::array();
     for (const Entry& entry : entries)
         list.push_back(toJson(entry));
@@ -142,6 +148,31 @@ Json OfProcess(const model::Process& process) {
     return {{"id", process.id}, {"commandLine", process.commandLine}};
 }
 
+/// ISO 8601 in UTC, to the millisecond.
+std::string TimeText(std::chrono::system_clock::time_point time) {
+    const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(time.time_since_epoch());
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(milliseconds);
+    const std::time_t whole = seconds.count();
+    std::tm calendar{};
+    gmtime_r(&whole, &calendar);
+    char date[32], fraction[8];
+    std::strftime(date, sizeof date, "%Y-%m-%dT%H:%M:%S", &calendar);
+    std::snprintf(fraction, sizeof fraction, ".%03dZ", static_cast<int>((milliseconds - seconds).count()));
+    return std::string(date) + fraction;
+}
+
+Json OfRun(const ProgramRun& run) {
+    const bool bySignal = run.end && run.end->signal != 0;
+    return {{"name", run.process.name},
+            {"vrex", run.process.vrex},
+            {"id", run.process.id},
+            {"commandLine", run.process.commandLine},
+            {"started", TimeText(run.started)},
+            {"ended", run.ended ? Json(TimeText(*run.ended)) : Json()},
+            {"exitCode", run.end && !bySignal ? Json(run.end->exitCode) : Json()},
+            {"signal", bySignal ? Json(run.end->signal) : Json()}};
+}
+
 struct Part {
     std::string_view name;
     Json (*take)(const Model& model);
@@ -160,19 +191,20 @@ constexpr Part parts[] = {
     {"taskviews", [](const Model& m) { return ListOf(m.TaskViews(), &OfTaskView); }},
     {"loaded", [](const Model& m) { return ListOf(m.Loaded(), &OfLoadedTool); }},
     {"processes", [](const Model& m) { return ListOf(m.Processes(), &OfProcess); }},
+    {"runs", [](const Model& m) { return ListOf(m.runs.All(), &OfRun); }},
     {"listeners", [](const Model& m) { return Json(m.Listeners()); }},
 };
 
 } // namespace
 
-Json SnapshotOf(const host::ReferenceHost& host, std::string_view what) {
+Json SnapshotOf(const host::ReferenceHost::ModelView& model, const Runs& runs, std::string_view what) {
     const auto part =
         std::find_if(std::begin(parts), std::end(parts), [&](const Part& p) { return p.name == what; });
     if (part == std::end(parts)) {
         throw CommandError("nothing to show under \"" + std::string(what) + "\"; there are " +
                            SnapshotNames());
     }
-    return part->take(host.Model());
+    return part->take({model, runs});
 }
 
 std::string SnapshotNames() {

@@ -39,6 +39,30 @@ TEST_F(Programs, AreFollowedToTheirEnds) {
     EXPECT_THAT(run.State("processes"), IsEmpty());
 }
 
+TEST_F(Programs, AreShownWithTheirRecordsTimesAndEnds) {
+    const Transcript run = Run("load\nshow runs\nrequest LaunchTool 'ToolName=Grid Check'\nwait\nshow runs\n"
+                               "request LaunchTool ToolName=Layout\nshow runs\n");
+    EXPECT_THAT(run.Errors(), IsEmpty());
+    const Json runs = run.State("runs");
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs[0].at("name"), "Grid Check");
+    EXPECT_EQ(runs[0].at("vrex"), "Jx355");
+    EXPECT_EQ(runs[0].at("commandLine"), "C:\\QUARRA\\Jx355\\Grid Check\\Jx355 Grid.exe --seconds 2");
+    EXPECT_EQ(runs[0].at("exitCode"), 0);
+    EXPECT_TRUE(runs[0].at("signal").is_null());
+    EXPECT_THAT(runs[0].at("ended").get<std::string>(),
+                testing::MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}Z"));
+    EXPECT_LT(runs[0].at("started").get<std::string>(), runs[0].at("ended").get<std::string>());
+    EXPECT_EQ(runs[1].at("name"), "Layout");
+    EXPECT_TRUE(runs[1].at("ended").is_null());
+    EXPECT_TRUE(runs[1].at("exitCode").is_null());
+    std::vector<std::string> members;
+    for (const auto& [member, value] : runs[0].items())
+        members.push_back(member);
+    EXPECT_THAT(members,
+                ElementsAre("name", "vrex", "id", "commandLine", "started", "ended", "exitCode", "signal"));
+}
+
 TEST_F(Programs, MayEndInAnyOrder) {
     const std::string longer = "'Plot Queue'", shorter = "'Grid Check'"; // three seconds and two
     for (const auto& [first, second] : {std::pair(longer, shorter), std::pair(shorter, longer)}) {
@@ -162,10 +186,13 @@ TEST_F(Programs, ThatAreKilledAreNoticedLikeThoseThatEnd) {
                       "Path=\"/usr/bin/timeout\" CommandLine=\"-s KILL 0.2 sleep 60\"");
     Write("drive_c/QUARRA/Arvon/Tools.xml", catalogue);
     const Transcript run =
-        Run("listen Zarn11\nload\nrequest LaunchTool ToolName=Layout\nwait 60\nshow processes\n");
+        Run("listen Zarn11\nload\nrequest LaunchTool ToolName=Layout\nwait 60\nshow processes\nshow runs\n");
     EXPECT_EQ(run.ExitStatus(), 0);
     ASSERT_THAT(run.Of("process"), SizeIs(2));
     EXPECT_EQ(run.Of("process").back().at("exitCode"), 137);
+    const Json ended = run.State("runs").at(0);
+    EXPECT_EQ(ended.at("signal"), 9);
+    EXPECT_TRUE(ended.at("exitCode").is_null());
     EXPECT_THAT(run.Messages("Tool_UnLoad"), SizeIs(1));
     EXPECT_THAT(run.State("processes"), IsEmpty());
 }
