@@ -158,9 +158,9 @@ void ToolRecord::Assign(std::string_view member, const base::Value& value) {
     }
     if (text == texts_[index]) return;
     element_.SetAttribute(toolFieldNames[index], text);
-    if (!origin_ && (*field == ToolField::Name || *field == ToolField::Vrex)) origin_ = Origin();
+    const auto [saved, isFirstChange] = saved_.try_emplace(*field, texts_[index]);
+    if (!isFirstChange && saved->second == text) saved_.erase(saved);
     texts_[index] = std::move(text);
-    changed_.set(index);
     showInList_ = *field == ToolField::ShowInList ? value.ToBoolean() : showInList_;
     kind_ = *field == ToolField::Kind ? value.ToInteger() : kind_;
     if (*field == ToolField::LastUpdated) ReadLastUpdated();
@@ -169,19 +169,22 @@ void ToolRecord::Assign(std::string_view member, const base::Value& value) {
 }
 
 std::pair<std::string, std::string> ToolRecord::Origin() const {
-    return origin_ ? *origin_ : std::pair(Text(ToolField::Name), Text(ToolField::Vrex));
+    const auto asSaved = [this](ToolField field) {
+        const auto saved = saved_.find(field);
+        return saved == saved_.end() ? Text(field) : saved->second;
+    };
+    return {asSaved(ToolField::Name), asSaved(ToolField::Vrex)};
 }
 
 std::vector<std::pair<std::string, std::string>> ToolRecord::ChangedAttributes() const {
     std::vector<std::pair<std::string, std::string>> changes;
-    for (std::size_t index = 0; index < toolFieldNames.size(); ++index)
-        if (changed_.test(index)) changes.emplace_back(toolFieldNames[index], texts_[index]);
+    for (const auto& [field, saved] : saved_)
+        changes.emplace_back(toolFieldNames[static_cast<std::size_t>(field)], Text(field));
     return changes;
 }
 
 void ToolRecord::MarkSaved() {
-    changed_.reset();
-    origin_.reset();
+    saved_.clear();
 }
 
 model::Tool ToolRecord::Snapshot() const {

@@ -7,11 +7,11 @@
 #include "host/Trace.h"
 
 #include <array>
-#include <bitset>
 #include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -83,9 +83,8 @@ private:
     std::array<std::string, toolFieldNames.size()> texts_;
     bool showInList_ = true;
     std::int32_t kind_ = 0;
-    base::Value lastUpdated_; // a date, or the text that is none
-    std::bitset<toolFieldNames.size()> changed_;
-    std::optional<std::pair<std::string, std::string>> origin_; // once name or VREX were changed
+    base::Value lastUpdated_;                // a date, or the text that is none
+    std::map<ToolField, std::string> saved_; // what was changed, as it was saved
 };
 
 /// The catalogue Tools.xml as a collection of records.

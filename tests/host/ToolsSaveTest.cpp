@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace arvon::host::test {
 namespace {
@@ -44,6 +45,23 @@ TEST_F(ToolsSave, WritesNothingWhenNothingChanged) {
     const auto before = std::filesystem::last_write_time(installation.File("Arvon/Tools.xml"));
     Tools().Save();
     Tools().Item("Alpha")->Set("version", "1"); // is so already
+    Tools().Save();
+    EXPECT_EQ(Text(), catalogue);
+    EXPECT_EQ(std::filesystem::last_write_time(installation.File("Arvon/Tools.xml")), before);
+}
+
+TEST_F(ToolsSave, WritesNothingWhenWhatWasChangedWasPutBack) {
+    const auto before = std::filesystem::last_write_time(installation.File("Arvon/Tools.xml"));
+    const auto record = Tools().Item("Delta");
+    for (const auto& [property, changed, back] : {std::tuple{"Name", "Epsilon", "Delta"},
+                                                  {"VREX", "E1", "D1"},
+                                                  {"Brand", "Halcrest", ""},
+                                                  {"ShowInList", "0", "-1"},
+                                                  {"Kind", "3", "0"}}) {
+        record->Set(property, changed);
+        record->Set(property, "2");
+        record->Set(property, back);
+    }
     Tools().Save();
     EXPECT_EQ(Text(), catalogue);
     EXPECT_EQ(std::filesystem::last_write_time(installation.File("Arvon/Tools.xml")), before);
