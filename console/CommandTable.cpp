@@ -31,6 +31,8 @@ constexpr Command commands[] = {
     {"column", "KEY ORDER", "clicks a column header of the tool list", &Console::Column},
     {"close", "KEY", "closes a window", &Console::Close},
     {"unload-tool", "NAME", "closes a tool that runs inside the host", &Console::UnloadTool},
+    {"edit", "NAME PROPERTY=VALUE ...",
+     "what the record editor answers to the next tskEditTool: that record gets these values", &Console::Edit},
     {"listen", "ID [REPLY]", "registers a listener that answers every message by REPLY", &Console::Listen},
     {"unlisten", "ID", "takes a listener away", &Console::Unlisten},
     {"language", "ANSWER", "what the host answers to the next switch of language", &Console::Language},
@@ -52,7 +54,8 @@ std::vector<std::string> ArgumentsOf(const Command& command) {
 std::size_t Command::LeastWords() const {
     const std::vector<std::string> all = ArgumentsOf(*this);
     return static_cast<std::size_t>(
-        std::find_if(all.begin(), all.end(), [](const std::string& a) { return a.front() == '['; }) -
+        std::find_if(all.begin(), all.end(),
+                     [](const std::string& a) { return a.front() == '[' || a == "..."; }) -
         all.begin());
 }
 

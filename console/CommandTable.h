@@ -12,7 +12,7 @@ namespace arvon::console {
 /// One command: what is checked, carried out and printed as help.
 struct Command {
     std::string_view name;
-    std::string_view arguments; // "KEY [KIND]": one word each, [optional], "..." any number of the last
+    std::string_view arguments; // "KEY [KIND]": one word each, [optional], "..." any number more of the last
     std::string_view help;
     void (Console::*run)(Console::Words words);
 

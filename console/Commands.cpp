@@ -1,5 +1,6 @@
 #include "console/CommandTable.h"
 #include "console/Console.h"
+#include "console/RecordEdits.h"
 #include "console/Snapshot.h"
 #include "console/Words.h"
 
@@ -16,13 +17,21 @@ namespace {
 constexpr std::string_view Navigator = "tabQRV";
 constexpr std::string_view ToolList = "lvTools";
 
-std::vector<ParameterRecord> ReadParameters(Console::Words words) {
-    std::vector<ParameterRecord> parameters;
+std::vector<NamedValue> ReadNamedValues(Console::Words words) {
+    std::vector<NamedValue> values;
     for (const std::string& word : words) {
         std::optional<NamedValue> pair = ReadNamedValue(word);
         if (!pair) throw CommandError("expected name=value, found \"" + word + "\"");
-        parameters.push_back({std::move(pair->name), static_cast<std::int32_t>(ParameterType::Text),
-                              base::Value(std::move(pair->value))});
+        values.push_back(std::move(*pair));
+    }
+    return values;
+}
+
+std::vector<ParameterRecord> ReadParameters(Console::Words words) {
+    std::vector<ParameterRecord> parameters;
+    for (NamedValue& pair : ReadNamedValues(words)) {
+        parameters.push_back({std::move(pair.name), static_cast<std::int32_t>(ParameterType::Text),
+                              base::Value(std::move(pair.value))});
     }
     return parameters;
 }
@@ -130,6 +139,10 @@ void Console::Close(Words words) {
 
 void Console::UnloadTool(Words words) {
     host_.UnloadTool(words[0]);
+}
+
+void Console::Edit(Words words) {
+    edits_.Plan(words[0], ReadNamedValues(words.subspan(1)));
 }
 
 void Console::Listen(Words words) {

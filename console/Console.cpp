@@ -3,14 +3,15 @@
 #include "base/ComponentError.h"
 #include "console/CommandTable.h"
 #include "console/LineSource.h"
+#include "console/RecordEdits.h"
 #include "console/Words.h"
 
 #include <exception>
 
 namespace arvon::console {
 
-Console::Console(host::ReferenceHost& host, Writer& writer, std::filesystem::path library)
-    : host_(host), writer_(writer), library_(std::move(library)) {
+Console::Console(host::ReferenceHost& host, Writer& writer, RecordEdits& edits, std::filesystem::path library)
+    : host_(host), writer_(writer), edits_(edits), library_(std::move(library)) {
     for (const std::string& problem : host_.Problems()) // of opening the installation
         writer_.OnProblem(problem);
     host_.Subscribe(runs_);
@@ -60,6 +61,7 @@ void Console::CarryOut(Words words) {
     if (arguments.size() < command.LeastWords() || arguments.size() > command.MostWords())
         throw CommandError("expected: " + command.Usage());
     (this->*command.run)(arguments);
+    if (const std::string problem = edits_.TakeProblem(); !problem.empty()) throw CommandError(problem);
 }
 
 } // namespace arvon::console

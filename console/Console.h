@@ -13,14 +13,16 @@
 namespace arvon::console {
 
 class LineSource;
+class RecordEdits;
 
 /// Carries out commands on a host and writes what comes of them.
 class Console {
 public:
     using Words = std::span<const std::string>;
 
-    /// `library`: KvTM10, opened by the first `load`. Subscribes the writer to the host for its own lifetime.
-    Console(host::ReferenceHost& host, Writer& writer, std::filesystem::path library);
+    /// `library`: KvTM10, opened by the first `load`. `edits`: what the host asks for its records to be
+    /// edited. Subscribes the writer to the host for its own lifetime.
+    Console(host::ReferenceHost& host, Writer& writer, RecordEdits& edits, std::filesystem::path library);
     ~Console();
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
@@ -46,6 +48,7 @@ public:
     void Column(Words words);
     void Close(Words words);
     void UnloadTool(Words words);
+    void Edit(Words words);
     void Listen(Words words);
     void Unlisten(Words words);
     void Language(Words words);
@@ -65,6 +68,7 @@ private:
 
     host::ReferenceHost& host_;
     Writer& writer_;
+    RecordEdits& edits_;
     Runs runs_;
     const std::filesystem::path library_;
     std::string command_; // under way

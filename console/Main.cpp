@@ -3,6 +3,7 @@
 #include "console/LineSource.h"
 #include "console/OwnStreams.h"
 #include "console/PrintableText.h"
+#include "console/RecordEdits.h"
 #include "console/Start.h"
 #include "console/TemporarySuite.h"
 #include "console/Words.h"
@@ -69,7 +70,10 @@ ExitStatus Run(const CommandLine& line) {
     if (!line.suite) copy.emplace(SampleSuite());
     const OwnStreams streams;
 
-    ReferenceHost host(line.suite ? fs::path(*line.suite) : copy->Folder());
+    RecordEdits edits;
+    arvon::host::Hooks hooks;
+    hooks.editRecord = [&edits](arvon::IToolRecord& record) { return edits.Answer(record); };
+    ReferenceHost host(line.suite ? fs::path(*line.suite) : copy->Folder(), std::move(hooks));
     if (line.profile) host.SetProfileId(ReadProfileId(*line.profile));
 
     const std::unique_ptr<Writer> writer =
@@ -78,7 +82,7 @@ ExitStatus Run(const CommandLine& line) {
     const std::unique_ptr<LineSource> lines =
         script ? LineSource::OfDescriptor(script->Descriptor(), endedPrograms)
                : StandardInput(streams, endedPrograms);
-    Console console(host, *writer, FolderOfProgram() / "KvTM10.so");
+    Console console(host, *writer, edits, FolderOfProgram() / "KvTM10.so");
     const bool isTyped = !script && isatty(streams.In());
     const ExitStatus status = console.Run(*lines, isTyped) ? AllCarriedOut : SomeNotCarriedOut;
     return WithOutput(streams.Out(), status);

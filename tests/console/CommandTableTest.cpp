@@ -23,6 +23,7 @@ TEST(CommandTable, HasTheCommandsThatScriptsRelyOn) {
                              "menu",     "button", "task",
                              "node",     "tab",    "item",
                              "column",   "listen", "unlisten",
+                             "close",    "edit",   "unload-tool",
                              "language", "refuse", "fail",
                              "wait",     "show",   "help",
                              "quit"})
@@ -36,6 +37,8 @@ TEST(CommandTable, ReadsHowManyWordsMayFollowFromTheArguments) {
     EXPECT_EQ(FindCommand("item").MostWords(), 3u);
     EXPECT_EQ(FindCommand("event").LeastWords(), 2u);
     EXPECT_EQ(FindCommand("event").MostWords(), std::numeric_limits<std::size_t>::max());
+    EXPECT_EQ(FindCommand("edit").LeastWords(), 2u); // one of those that may be many
+    EXPECT_EQ(FindCommand("edit").MostWords(), std::numeric_limits<std::size_t>::max());
 }
 
 TEST(CommandTable, FindsNamesExactly) {
