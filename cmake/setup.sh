@@ -11,7 +11,7 @@ set -euo pipefail
 say() { printf 'setup: %s\n' "$*" >&2; }
 
 packages=(g++ cmake ninja-build pkg-config libxml2-dev libicu-dev libcups2-dev libcli11-dev nlohmann-json3-dev
-          libedit-dev robin-map-dev libmimalloc-dev qt6-base-dev
+          libedit-dev libutf8proc-dev robin-map-dev libmimalloc-dev qt6-base-dev
           binutils-mingw-w64-x86-64 libgtest-dev libgmock-dev)
 case "${1:-}" in
   build) ;;

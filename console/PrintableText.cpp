@@ -2,6 +2,8 @@
 
 #include "base/Text.h"
 
+#include <utf8proc.h>
+
 #include <algorithm>
 
 namespace arvon::console {
@@ -9,6 +11,8 @@ namespace arvon::console {
 namespace {
 
 constexpr std::string_view Ellipsis = "…";
+/// Far more than a column's character and its marks take: what is longer is no text to be read.
+constexpr std::size_t BytesAColumn = 32;
 
 /// Bytes of the well-formed character at the start of `text`; 0 when there is none.
 std::size_t CharacterLength(std::string_view text) {
@@ -39,21 +43,25 @@ void AppendEscaped(std::string& result, std::string_view bytes) {
     }
 }
 
+/// Moves the first character of `rest`, made printable, behind `result`.
+void AppendNext(std::string& result, std::string_view& rest) {
+    const std::size_t length = CharacterLength(rest);
+    const std::string_view character = rest.substr(0, std::max<std::size_t>(length, 1));
+    if (length == 0 || IsControl(character)) {
+        AppendEscaped(result, character);
+    } else {
+        result += character;
+    }
+    rest.remove_prefix(character.size());
+}
+
 } // namespace
 
 std::string Printable(std::string_view text) {
     std::string result;
     result.reserve(text.size());
-    while (!text.empty()) {
-        const std::size_t length = CharacterLength(text);
-        const std::string_view character = text.substr(0, std::max<std::size_t>(length, 1));
-        if (length == 0 || IsControl(character)) {
-            AppendEscaped(result, character);
-        } else {
-            result += character;
-        }
-        text.remove_prefix(character.size());
-    }
+    while (!text.empty())
+        AppendNext(result, text);
     return result;
 }
 
@@ -62,16 +70,28 @@ std::string Quoted(std::string_view text, std::size_t limit) {
 }
 
 std::string Shortened(std::string_view text, std::size_t limit) {
-    // a printable character takes at most four bytes, so what follows cannot matter
-    std::string result = Printable(text.substr(0, 4 * (limit + 1)));
-    if (Width(result) <= limit) return result;
-    result = base::FirstCharacters(result, limit - 1);
-    result += Ellipsis;
+    const std::size_t mostBytes = BytesAColumn * limit;
+    std::string result;
+    std::size_t width = 0, fits = 0; // bytes that leave a column for the ellipsis
+    while (!text.empty()) {
+        const std::size_t before = result.size();
+        AppendNext(result, text);
+        width += Width(std::string_view(result).substr(before));
+        if (width > limit || result.size() > mostBytes) {
+            result.resize(fits);
+            result += Ellipsis;
+            break;
+        }
+        if (width < limit) fits = result.size();
+    }
     return result;
 }
 
 std::size_t Width(std::string_view text) {
-    return base::ToCodePoints(text).size();
+    std::size_t width = 0;
+    for (const char32_t code : base::ToCodePoints(text))
+        width += static_cast<std::size_t>(utf8proc_charwidth(static_cast<utf8proc_int32_t>(code)));
+    return width;
 }
 
 } // namespace arvon::console

@@ -35,6 +35,29 @@ TEST(PrintableText, IsShortenedQuicklyHoweverLongTheText) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
-TEST(PrintableText, TakesOneColumnACharacter) {
+TEST(PrintableText, IsShortenedByColumns) {
+    EXPECT_EQ(Shortened("熱負荷", 6), "熱負荷");
+    EXPECT_EQ(Shortened("熱負荷", 5), "熱負…");
+    EXPECT_EQ(Shortened("熱負荷", 4), "熱…"); // half of a character cannot be shown
+    EXPECT_EQ(Shortened("a\u0308o\u0308u\u0308", 3), "a\u0308o\u0308u\u0308");
+    EXPECT_EQ(Shortened("a\u0308o\u0308u\u0308x", 3), "a\u0308o\u0308…");
+    EXPECT_EQ(Shortened("ab\x1B", 4), "ab…");
+}
+
+TEST(PrintableText, IsShortenedThoughItTakesNoColumn) {
+    std::string marks = "a";
+    for (int mark = 0; mark < 100'000; ++mark)
+        marks += "\u0301";
+    EXPECT_LT(Shortened(marks, 10).size(), 1000u);
+}
+
+TEST(PrintableText, TakesTheColumnsOfItsCharacters) {
     EXPECT_EQ(Width("Wärme –"), 7u);
+    EXPECT_EQ(Width("Wa\u0308rme"), 5u); // the mark is apart
+    EXPECT_EQ(Width("熱負荷"), 6u);      // two each
+    EXPECT_EQ(Width("ﾈﾂ"), 2u);          // the narrow forms
+    EXPECT_EQ(Width("한글"), 4u);
+    EXPECT_EQ(Width("\U0001F525"), 2u);
+    EXPECT_EQ(Width("\u200B"), 0u);
+    EXPECT_EQ(Width(""), 0u);
 }

@@ -11,6 +11,14 @@ TEST(Table, AlignsColumnsByCharacters) {
     EXPECT_THAT(TableOf(state), ElementsAre("key   caption  width", "a     Wärme    5", "long  x        10"));
 }
 
+TEST(Table, AlignsColumnsByWhatTheirCharactersTake) {
+    const Json state = {{{"caption", "熱負荷"}, {"width", 5}},
+                        {{"caption", "Wa\u0308rme"}, {"width", 10}},
+                        {{"caption", "x"}, {"width", 1}}};
+    EXPECT_THAT(TableOf(state),
+                ElementsAre("caption  width", "熱負荷   5", "Wa\u0308rme    10", "x        1"));
+}
+
 TEST(Table, LeavesOutColumnsInWhichNothingStands) {
     const Json state = {{{"key", "a"}, {"picture", ""}}, {{"key", "b"}, {"picture", ""}}};
     EXPECT_THAT(TableOf(state), ElementsAre("key", "a", "b"));
