@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "base/XmlDocument.h"
+#include "desktop/Folding.h"
 #include "desktop/QtText.h"
 #include "desktop/controls/ControlTexts.h"
 
@@ -88,7 +89,7 @@ void GroupRadios(std::vector<OptionField>& fields) {
 void PutSearched(OptionField& field) {
     const QString value = ToQt(field.value);
     const QString shown = LabelOfValue(field.name, field.value);
-    field.searched = (field.label + '\n' + ToQt(field.name) + '\n' + value + '\n' + shown).toCaseFolded();
+    field.searched = Folded(field.label + '\n' + ToQt(field.name) + '\n' + value + '\n' + shown);
 }
 
 bool IsNumber(const std::string& text) {
@@ -193,14 +194,11 @@ std::size_t OptionSheet::Changes() const {
 
 std::vector<std::size_t> OptionSheet::Matching(std::size_t page, const QString& needle) const {
     const OptionPage& searched = pages_[page];
-    const QStringList words = needle.toCaseFolded().split(' ', Qt::SkipEmptyParts);
-    const auto holdsAll = [&](const QString& text) {
-        return std::ranges::all_of(words, [&](const QString& word) { return text.contains(word); });
-    };
-    const bool all = holdsAll((searched.title + '\n' + ToQt(searched.toolId)).toCaseFolded());
+    const QStringList words = FoldedWords(needle);
+    const bool all = HasAllWords(Folded(searched.title + '\n' + ToQt(searched.toolId)), words);
     std::vector<std::size_t> found;
     for (std::size_t index = 0; index < searched.fields.size(); ++index)
-        if (all || holdsAll(searched.fields[index].searched)) found.push_back(index);
+        if (all || HasAllWords(searched.fields[index].searched, words)) found.push_back(index);
     return found;
 }
 

@@ -24,7 +24,7 @@ struct OptionField {
     bool editable = true;        // false: the text has no place for its value
     int radioGroup = -1;         // of options that are on one at a time
     std::size_t place = 0;       // among all options of the text
-    QString searched;            // what a search looks at, in folded letter case
+    QString searched;            // what a search looks at, folded
 
     bool IsChanged() const { return value != original; }
 };
@@ -64,8 +64,8 @@ public:
     void ResetPage(std::size_t page);
     std::size_t Changes() const; // of all pages
 
-    /// The fields that hold the words of `needle` in label, name or value, letter case ignored; all of them
-    /// when the page's title does or the needle is empty.
+    /// The fields that hold the words of `needle` in label, name or value, letter case and marks ignored; all
+    /// of them when the page's title does or the needle is empty.
     std::vector<std::size_t> Matching(std::size_t page, const QString& needle) const;
 
     /// Why a changed value cannot be saved; empty when it can.

@@ -50,6 +50,21 @@ TEST(OptionNames, CaptionIsTheNameInWords) {
     EXPECT_EQ(CaptionOfOption("cmb_sheet_size"), " sheet size");
 }
 
+TEST(OptionSheet, IsSearchedWithoutCaseAndMarks) {
+    const OptionSheet sheet =
+        Sheet("<Options>" +
+              Tool("A", Option("chkWärmebrücken", "ON") + Option("txtStrasse", "Hauptstraße") +
+                            Option("cmbŁożysko", "Ø 12") + Option("txtVille", "Orléans")) +
+              "</Options>");
+    EXPECT_THAT(sheet.Matching(0, "warmebrucken"), ElementsAre(0));
+    EXPECT_THAT(sheet.Matching(0, "WÄRME"), ElementsAre(0));
+    EXPECT_THAT(sheet.Matching(0, "hauptstrasse"), ElementsAre(1));
+    EXPECT_THAT(sheet.Matching(0, "STRASSE"), ElementsAre(1));
+    EXPECT_THAT(sheet.Matching(0, "lozysko"), ElementsAre(2));
+    EXPECT_THAT(sheet.Matching(0, "orleans"), ElementsAre(3));
+    EXPECT_THAT(sheet.Matching(0, "orléans"), ElementsAre(3));
+}
+
 TEST(OptionSheet, ReadsBothFormsOfTheOptionsText) {
     const std::string tool = Tool("A", Option("txtOne", "1"));
     for (const std::string& text : {"<Options>" + tool + "</Options>",
