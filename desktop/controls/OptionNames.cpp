@@ -1,6 +1,8 @@
 #include "desktop/controls/OptionNames.h"
 
+#include "base/ComponentError.h"
 #include "base/Text.h"
+#include "base/Value.h"
 #include "desktop/QtText.h"
 #include "desktop/controls/ControlTexts.h"
 
@@ -35,13 +37,14 @@ struct KnownValue {
     std::string_view option, value;
     text::Own label;
 };
+// The sort keys are the columns' keys to the letter: under any other spelling the date is sorted as text.
 constexpr std::array knownValues{
-    KnownValue{"cmbToolSortKey", "Name", text::value::SortName},
-    KnownValue{"cmbToolSortKey", "version", text::value::SortVersion},
-    KnownValue{"cmbToolSortKey", "LastUpdated", text::value::SortLastUpdated},
-    KnownValue{"cmbToolSortKey", "Classification", text::value::SortClassification},
-    KnownValue{"optToolSortOrder", "0", text::value::Ascending},
-    KnownValue{"optToolSortOrder", "1", text::value::Descending},
+    KnownValue{optionName::SortKey, "name", text::value::SortName},
+    KnownValue{optionName::SortKey, "version", text::value::SortVersion},
+    KnownValue{optionName::SortKey, "lastupdated", text::value::SortLastUpdated},
+    KnownValue{optionName::SortKey, "classification", text::value::SortClassification},
+    KnownValue{optionName::SortOrder, "0", text::value::Ascending},
+    KnownValue{optionName::SortOrder, "1", text::value::Descending},
     KnownValue{"cmbLanguage", "1033", {ownName, "English"}},
     KnownValue{"cmbLanguage", "1031", {ownName, "Deutsch"}},
     KnownValue{"cmbLanguage", "1036", {ownName, "Français"}},
@@ -51,7 +54,13 @@ constexpr std::array knownValues{
     KnownValue{"cmbUnitOfMeasure", "English", text::value::English},
     KnownValue{"cmbUnitOfMeasure", "Metric", text::value::Metric},
 };
-constexpr std::array closedOptions{std::string_view("cmbToolSortKey"), std::string_view("optToolSortOrder")};
+constexpr std::array closedOptions{optionName::SortKey, optionName::SortOrder};
+
+const KnownValue* KnownValueOf(std::string_view option, std::string_view value) {
+    const auto known = std::ranges::find_if(
+        knownValues, [&](const KnownValue& entry) { return entry.option == option && entry.value == value; });
+    return known == knownValues.end() ? nullptr : &*known;
+}
 
 /// A word ends before a capital that follows a small letter or a digit, or that a small letter follows.
 bool StartsWord(const QString& text, qsizetype at) {
@@ -108,11 +117,32 @@ OptionChoices ChoicesOfOption(std::string_view name) {
     return choices;
 }
 
-QString LabelOfValue(std::string_view optionName, std::string_view value) {
-    const auto known = std::ranges::find_if(knownValues, [&](const KnownValue& entry) {
-        return entry.option == optionName && entry.value == value;
-    });
-    return known == knownValues.end() ? ToQt(value) : text::Of(known->label);
+bool HasKnownChoices(std::string_view name) {
+    return std::ranges::find(knownValues, name, &KnownValue::option) != knownValues.end();
+}
+
+// As the component reads them: a property's name in any letter case, a direction as a boolean. Without a text
+// the first choice is in force.
+std::string ChoiceOfValue(std::string_view option, std::string_view value) {
+    if (option == optionName::SortKey) {
+        if (value.empty()) return "name";
+        const auto known = std::ranges::find_if(knownValues, [&](const KnownValue& entry) {
+            return entry.option == optionName::SortKey && base::EqualIgnoringCase(entry.value, value);
+        });
+        if (known != knownValues.end()) return std::string(known->value);
+    } else if (option == optionName::SortOrder) {
+        try {
+            return base::Value(value).ToBoolean() ? "1" : "0";
+        } catch (const base::ComponentError&) {
+            if (value.empty()) return "0";
+        }
+    }
+    return std::string(value);
+}
+
+QString LabelOfValue(std::string_view option, std::string_view value) {
+    const KnownValue* known = KnownValueOf(option, ChoiceOfValue(option, value));
+    return known ? text::Of(known->label) : ToQt(value);
 }
 
 } // namespace desktop

@@ -41,12 +41,18 @@ struct OptionChoices {
 };
 /// What is known of an option by its name; empty for most.
 OptionChoices ChoicesOfOption(std::string_view name);
+bool HasKnownChoices(std::string_view name);
+/// The value of the choice that a stored value means: "name" for the sort key "Name", or for none. The stored
+/// value itself where it means none of them.
+std::string ChoiceOfValue(std::string_view option, std::string_view value);
 /// What a person reads for the value: "Deutsch" for the language 1031.
-QString LabelOfValue(std::string_view optionName, std::string_view value);
+QString LabelOfValue(std::string_view option, std::string_view value);
 
 namespace optionName {
 inline constexpr std::string_view DefaultPrinter = "cmbDefaultPrinter";
 inline constexpr std::string_view Language = "cmbLanguage";
+inline constexpr std::string_view SortKey = "cmbToolSortKey";
+inline constexpr std::string_view SortOrder = "optToolSortOrder";
 } // namespace optionName
 
 } // namespace desktop

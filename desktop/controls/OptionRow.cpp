@@ -70,8 +70,9 @@ OptionChoices NumberedChoices(const std::string& value) {
 /// With the values that the option has and had, which always can be chosen.
 OptionChoices WithOwn(OptionChoices choices, const OptionField& field) {
     for (const std::string& own : {field.original, field.value}) {
+        const std::string choice = ChoiceOfValue(field.name, own);
         const bool known =
-            std::ranges::any_of(choices.values, [&](const auto& entry) { return entry.value == own; });
+            std::ranges::any_of(choices.values, [&](const auto& entry) { return entry.value == choice; });
         if (known) continue;
         const QString label = field.name == optionName::DefaultPrinter && !own.empty() && choices.closed
                                   ? text::Of(text::options::NotInstalled).arg(ToQt(own))
@@ -194,7 +195,8 @@ QWidget* OptionRow::MakeRadios(const OptionField& field, const OptionChoices& ch
     };
     for (const OptionChoice& choice : choices.values)
         add(choice);
-    put_ = [this, frame, add](const std::string& value) {
+    put_ = [this, frame, add](const std::string& stored) {
+        const std::string value = ChoiceOfValue(source_.field().name, stored);
         for (QRadioButton* button : frame->findChildren<QRadioButton*>()) {
             if (button->property(valueProperty).toByteArray().toStdString() != value) continue;
             button->setChecked(true);
@@ -229,7 +231,8 @@ QWidget* OptionRow::MakeCombo(const OptionField&, const OptionChoices& choices) 
         connect(box, &QComboBox::currentIndexChanged, this,
                 [this, box](int index) { source_.set(box->itemData(index).toByteArray().toStdString()); });
     }
-    put_ = [this, box](const std::string& value) {
+    put_ = [this, box](const std::string& stored) {
+        const std::string value = ChoiceOfValue(source_.field().name, stored);
         const QByteArray own = QByteArray::fromStdString(value);
         if (!box->isEditable() && box->findData(own) < 0) { // others have chosen what was no choice
             const QString label = LabelOfValue(source_.field().name, value);

@@ -72,14 +72,16 @@ void JoinLabels(std::vector<OptionField>& fields) {
     fields = std::move(left);
 }
 
-/// Radio options side by side that say on or off in words belong together.
+/// Radio options side by side that say on or off in words belong together; one that offers choices of its own
+/// stands alone.
 void GroupRadios(std::vector<OptionField>& fields) {
     int group = -1;
     bool inGroup = false;
     for (OptionField& field : fields) {
         const bool isNumber =
             !field.value.empty() && field.value.find_first_not_of("-0123456789") == std::string::npos;
-        const bool isSwitch = field.kind == OptionKind::Radio && !isNumber && SwitchWordsOf(field.value);
+        const bool isSwitch = field.kind == OptionKind::Radio && !isNumber && SwitchWordsOf(field.value) &&
+                              !HasKnownChoices(field.name);
         if (isSwitch && !inGroup) ++group;
         inGroup = isSwitch;
         if (isSwitch) field.radioGroup = group;

@@ -50,6 +50,33 @@ TEST(OptionNames, CaptionIsTheNameInWords) {
     EXPECT_EQ(CaptionOfOption("cmb_sheet_size"), " sheet size");
 }
 
+TEST(OptionNames, AStoredValueIsShownAsTheChoiceThatItMeans) {
+    for (const char* stored : {"lastupdated", "LastUpdated", "LASTUPDATED"}) {
+        EXPECT_EQ(ChoiceOfValue("cmbToolSortKey", stored), "lastupdated");
+        EXPECT_EQ(LabelOfValue("cmbToolSortKey", stored), "Last updated");
+    }
+    for (const char* stored : {"", "name", "Name"})
+        EXPECT_EQ(ChoiceOfValue("cmbToolSortKey", stored), "name") << stored;
+    EXPECT_EQ(ChoiceOfValue("cmbToolSortKey", "Brand"), "Brand") << "another property";
+    for (const char* stored : {"", "0", "False", "false", " 0 ", "0.0"})
+        EXPECT_EQ(ChoiceOfValue("optToolSortOrder", stored), "0") << stored;
+    for (const char* stored : {"1", "-1", "True", "TRUE", "2"})
+        EXPECT_EQ(ChoiceOfValue("optToolSortOrder", stored), "1") << stored;
+    EXPECT_EQ(ChoiceOfValue("optToolSortOrder", "down"), "down") << "what is no direction";
+    EXPECT_EQ(ChoiceOfValue("cmbSheet", "Name"), "Name");
+    EXPECT_EQ(LabelOfValue("cmbSheet", "Name"), "Name");
+}
+
+TEST(OptionSheet, AnOptionWithChoicesOfItsOwnIsNoSwitch) {
+    const OptionSheet sheet = Sheet("<Options>" +
+                                    Tool("A", Option("optToolSortOrder", "False") + Option("optOne", "True") +
+                                                  Option("optTwo", "False")) +
+                                    "</Options>");
+    EXPECT_EQ(sheet.Field(0, 0).radioGroup, -1);
+    EXPECT_EQ(sheet.Field(0, 1).radioGroup, 0);
+    EXPECT_EQ(sheet.Field(0, 2).radioGroup, 0);
+}
+
 TEST(OptionSheet, IsSearchedWithoutCaseAndMarks) {
     const OptionSheet sheet =
         Sheet("<Options>" +

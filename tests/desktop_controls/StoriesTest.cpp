@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <functional>
+#include <set>
 #include <sstream>
 
 namespace desktop::test {
@@ -90,7 +92,12 @@ protected:
     QWidget& Show(const char* view) {
         const auto control = std::dynamic_pointer_cast<ControlObject>(host->ControlOf(view));
         if (!control) throw std::runtime_error(std::string("no control of ") + view);
-        shown.reset(control->Widget());
+        QWidget* widget = control->Widget();
+        if (widget == shown.get()) {
+            widget->hide(); // it is opened again
+        } else {
+            shown.reset(widget);
+        }
         ShowInFront(*shown);
         return *shown;
     }
@@ -143,6 +150,80 @@ TEST_F(StoriesTest, OptionsAreChangedInTheirWindowAndKept) {
     const std::array parameters{arvon::host::ParameterRecord{"ToolID", 2, base::Value("Tobr43")},
                                 arvon::host::ParameterRecord{"OptionName", 2, base::Value("txtGridSpacing")}};
     EXPECT_EQ(host->SendRequest("GetOptionValue", parameters), "7.25");
+}
+
+/// Rows as they stand after the options were saved with a choice picked, and after the click on its column.
+TEST_F(StoriesTest, EverySortOrderThatIsOfferedSortsAsItsColumnDoes) {
+    Load();
+    FollowOptions();
+    const auto rows = [&] {
+        std::vector<std::string> texts;
+        for (const arvon::host::model::ListRow& row : host->Model().List("lvTools"))
+            texts.push_back(row.text);
+        return texts;
+    };
+    const auto pick = [&](const std::function<void(QWidget&)>& choose) {
+        host->ClickMenu("mnuToolOptions");
+        QWidget& panel = Show("ocxToolOptions");
+        ASSERT_EQ(Child<QLabel>(panel, "title").text(), "Tool Manager");
+        choose(panel);
+        Click(Child<QPushButton>(panel, "ok"));
+        ASSERT_FALSE(IsOpen("ocxToolOptions"));
+        host->NodeEvent("tabQRV", "nodTools");
+    };
+    const auto setKey = [&](const QString& label) {
+        pick([&](QWidget& panel) {
+            auto& keys = Child<QComboBox>(panel, "cmbToolSortKey");
+            ASSERT_GE(keys.findText(label), 0) << label.toStdString();
+            keys.setCurrentIndex(keys.findText(label));
+        });
+    };
+    const auto setOrder = [&](int place) {
+        pick([&](QWidget& panel) {
+            Click(*Child<QWidget>(panel, "optToolSortOrder").findChildren<QRadioButton*>()[place]);
+        });
+    };
+
+    std::set<std::vector<std::string>> orders;
+    for (const auto& [key, label] : {std::pair{"version", "Version"},
+                                     {"lastupdated", "Last updated"},
+                                     {"classification", "Classification"},
+                                     {"name", "Name"}}) {
+        for (const int descending : {0, 1}) {
+            setKey("Name"); // from the same order each time: equal tools stay as they were
+            setOrder(0);
+            host->ColumnClick("lvTools", "name", "0");
+            host->ColumnClick("lvTools", key, std::to_string(descending));
+            const std::vector<std::string> wanted = rows();
+            host->ColumnClick("lvTools", "name", "0");
+            if (descending) setOrder(1); // of the names, which only turns them round
+            host->ColumnClick("lvTools", "name", "0");
+            setKey(label);
+            EXPECT_EQ(rows(), wanted) << key << ' ' << descending;
+            orders.insert(wanted);
+        }
+    }
+    EXPECT_GE(orders.size(), 7U) << "each sorts in its own way; dates only upwards";
+    EXPECT_THAT(Options(), HasSubstr("<Name>cmbToolSortKey</Name><Value>name</Value>"));
+}
+
+TEST_F(StoriesTest, ASortKeyStoredInAnotherLetterCaseIsShownAsItsChoice) {
+    std::string options = Options();
+    const std::string stored = "<Name>cmbToolSortKey</Name><Value>Name<";
+    options.replace(options.find(stored), stored.size(), "<Name>cmbToolSortKey</Name><Value>LastUpdated<");
+    Write(Quarra("Arvon/OPTIONS.XML"), options);
+    Load();
+    FollowOptions();
+    host->ClickMenu("mnuToolOptions");
+    QWidget& panel = Show("ocxToolOptions");
+    auto& keys = Child<QComboBox>(panel, "cmbToolSortKey");
+    EXPECT_EQ(keys.currentText(), "Last updated");
+    EXPECT_EQ(keys.count(), 4);
+    EXPECT_EQ(Child<QLabel>(panel, "state").text(), "");
+    keys.setCurrentIndex(keys.findText("Version"));
+    keys.setCurrentIndex(keys.findText("Last updated"));
+    Click(Child<QPushButton>(panel, "ok"));
+    EXPECT_THAT(Options(), HasSubstr("<Name>cmbToolSortKey</Name><Value>lastupdated</Value>"));
 }
 
 TEST_F(StoriesTest, OptionsThatCannotBeSavedStayInTheirWindow) {
