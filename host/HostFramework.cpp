@@ -244,12 +244,13 @@ IToolLoader& HostFramework::Loader() {
     return loader_;
 }
 
-std::int32_t HostFramework::StartProcess(std::string_view commandLine, std::string_view caller) {
+std::int32_t HostFramework::StartProcess(std::string_view commandLine, std::string_view caller,
+                                         const std::shared_ptr<IToolRecord>& record) {
     trace_.Call("StartProcess", commandLine, caller);
     model::Process process{0, std::string(commandLine), std::string(caller), {}, {}};
-    if (const auto record = records_.OfCommandLine(commandLine)) {
-        process.name = record->Text(ToolField::Name);
-        process.vrex = record->Text(ToolField::Vrex);
+    if (const auto* own = dynamic_cast<const ToolRecord*>(record.get())) {
+        process.name = own->Text(ToolField::Name);
+        process.vrex = own->Text(ToolField::Vrex);
     }
     return follower_.Start(std::move(process));
 }

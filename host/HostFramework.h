@@ -69,7 +69,8 @@ public:
     IToolRecords& Tools() override;
     ILoadedTools& LoadedTools() override;
     IToolLoader& Loader() override;
-    std::int32_t StartProcess(std::string_view commandLine, std::string_view caller) override;
+    std::int32_t StartProcess(std::string_view commandLine, std::string_view caller,
+                              const std::shared_ptr<IToolRecord>& record) override;
 
     Value GetResource(std::string_view category, std::string_view key) override;
     std::shared_ptr<ISettings> GetSettings(std::string_view group) override;

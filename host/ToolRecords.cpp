@@ -2,7 +2,6 @@
 
 #include "base/DateText.h"
 #include "base/XmlEncoding.h"
-#include "core/contract/CommandLine.h"
 #include "host/Errors.h"
 #include "host/ToolsXml.h"
 #include "platform/Files.h"
@@ -223,9 +222,7 @@ std::shared_ptr<IToolRecord> ToolRecords::Item(std::size_t position) const {
 
 std::shared_ptr<IToolRecord> ToolRecords::Item(std::string_view name) const {
     trace_.Call("Tools.Item", name);
-    std::shared_ptr<ToolRecord> found = Find(name);
-    asked_ = found;
-    return found;
+    return Find(name);
 }
 
 std::shared_ptr<ToolRecord> ToolRecords::Find(std::string_view name) const {
@@ -240,16 +237,6 @@ std::shared_ptr<ToolRecord> ToolRecords::FindById(std::string_view id) const {
     return FindIf([id](const auto& record) {
         return record->Text(ToolField::Vrex) == id || record->Text(ToolField::Identifier) == id;
     });
-}
-
-std::shared_ptr<ToolRecord> ToolRecords::OfCommandLine(std::string_view commandLine) const {
-    const auto hasIt = [commandLine](const std::shared_ptr<ToolRecord>& record) {
-        const std::string& path = record->Text(ToolField::Path);
-        return !path.empty() && commandLine.starts_with(path) &&
-               CommandLineOf(path, record->Text(ToolField::CommandLine)) == commandLine;
-    };
-    if (auto asked = asked_.lock(); asked && hasIt(asked)) return asked;
-    return FindIf(hasIt);
 }
 
 template <class Test> std::shared_ptr<ToolRecord> ToolRecords::FindIf(const Test& test) const {

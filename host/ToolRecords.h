@@ -113,9 +113,6 @@ public:
     std::shared_ptr<ToolRecord> Find(std::string_view name) const;
     /// The first record whose VREX or identifier (exact) it is; null when there is none.
     std::shared_ptr<ToolRecord> FindById(std::string_view id) const;
-    /// The record whose program has this command line: the one that was last asked for by name where it has,
-    /// else the first; null when there is none.
-    std::shared_ptr<ToolRecord> OfCommandLine(std::string_view commandLine) const;
     std::vector<model::Tool> Snapshot() const;
 
 private:
@@ -145,7 +142,6 @@ private:
     mutable std::unordered_map<std::string, std::deque<std::string>> repeated_;
     std::shared_ptr<bool> renamed_ = std::make_shared<bool>(false);
     std::vector<std::shared_ptr<ToolRecord>> removed_; // since the last save
-    mutable std::weak_ptr<ToolRecord> asked_;          // by name, last
 };
 
 } // namespace arvon::host

@@ -104,7 +104,7 @@ void ToolMain::LaunchOutside(const ToolRecord& tool) {
     const std::string commandLine =
         arvon::CommandLineOf(tool->Get(property::Path).ToText(), tool->Get(property::CommandLine).ToText());
     if (commandLine.empty()) return;
-    const std::int32_t lPID = m_oFramework->StartProcess(commandLine, Self);
+    const std::int32_t lPID = m_oFramework->StartProcess(commandLine, Self, tool);
     if (lPID < 1) return;
     m_colProcesses.Add(lPID, sVrex);
 

@@ -162,7 +162,7 @@ constexpr auto invokers = std::to_array<Invoker>({
     {"SetMousePointer", [](Surface& s) { s.framework.SetMousePointer(pointer::Default); }},
     {"Settings.GetItem", [](Surface& s) { s.settings->GetItem("LocaleID"); }},
     {"ShowMessage", [](Surface& s) { s.framework.ShowMessage("text", boxStyle::Plain, ""); }},
-    {"StartProcess", [](Surface& s) { s.framework.StartProcess("C:\\none.exe", "test"); }},
+    {"StartProcess", [](Surface& s) { s.framework.StartProcess("C:\\none.exe", "test", nullptr); }},
     {"SwitchLanguage", [](Surface& s) { s.framework.SwitchLanguage("1033"); }},
     {"Tab.BringForward", [](Surface& s) { s.tab->BringForward(); }},
     {"Tab.FindNode", [](Surface& s) { s.tab->FindNode("node"); }},

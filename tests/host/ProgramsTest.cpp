@@ -34,7 +34,7 @@ protected:
         return "C:\\QUARRA\\Ender.exe" + (arguments.empty() ? "" : " " + arguments);
     }
     std::int32_t Start(const std::string& arguments) {
-        const std::int32_t id = Framework().StartProcess(CommandLine(arguments), "caller");
+        const std::int32_t id = Framework().StartProcess(CommandLine(arguments), "caller", nullptr);
         EXPECT_GT(id, 0);
         return id;
     }
@@ -219,7 +219,7 @@ TEST_F(Programs, ThatAreNotThereAreNotStarted) {
          {"C:\\QUARRA\\None.exe", "", "   ", "\"", "Q:\\x.exe", "C:\\QUARRA\\Arvon\\Tools.xml",
           "C:\\QUARRA\\Arvon", "no-such-program-anywhere"}) {
         recorder.Forget();
-        EXPECT_EQ(Framework().StartProcess(commandLine, "caller"), 0) << commandLine;
+        EXPECT_EQ(Framework().StartProcess(commandLine, "caller", nullptr), 0) << commandLine;
         EXPECT_THAT(recorder.problems, ElementsAre("could not be started: " + std::string(commandLine)));
         EXPECT_THAT(recorder.processes, IsEmpty());
     }
@@ -366,7 +366,7 @@ TEST_F(Programs, AreFollowedEvenWhereChildrenWereToBeIgnored) {
         ASSERT_EQ(::sigaction(SIGCHLD, &ignoring, nullptr), 0);
         Open();
         recorder.Forget();
-        Framework().StartProcess(CommandLine("exit 9"), "caller");
+        Framework().StartProcess(CommandLine("exit 9"), "caller", nullptr);
         EXPECT_TRUE(Host().WaitForProcesses(30s));
         EXPECT_EQ(recorder.processes.back(), "ended 9 " + CommandLine("exit 9"));
     }

@@ -1,5 +1,6 @@
 // Programs that run as processes of their own: real ones, started and followed by the host.
 
+#include "core/contract/EventShapes.h"
 #include "tests/launch/LaunchFixture.h"
 
 #include <fstream>
@@ -245,6 +246,18 @@ TEST_F(OutsideLaunch, ForgetsOneProgramAtATimeWhenAProcessIdComesTwice) {
     ProcessEnded("C:\\QUARRA\\Tobr44\\Tobr44.exe", 4711);
     EXPECT_EQ(ProcessOf("Tobr43"), 0);
     EXPECT_EQ(ProcessOf("Tobr44"), 4711);
+}
+
+TEST_F(OutsideLaunch, TellsTheHostWhoseProgramItStarts) {
+    LoadSuiteInFront({LongRunning("First", "Tobr1"), LongRunning("Second", "Tobr2")}); // one command line
+    host->ListItemEvent("lvTools", "Second", arvon::eventKind::Opened);
+    Launch("First");
+    Strings names;
+    for (const auto& process : host->Model().Processes())
+        names.push_back(process.name + " " + process.vrex);
+    EXPECT_EQ(names, (Strings{"Second Tobr2", "First Tobr1"}));
+    End(ProcessOf("Tobr1"));
+    End(ProcessOf("Tobr2"));
 }
 
 TEST_F(OutsideLaunch, SurvivesTheUnloadingOfTheComponent) {

@@ -100,10 +100,10 @@ public:
     virtual ILoadedTools& LoadedTools() = 0;
     virtual IToolLoader& Loader() = 0; // re-entrant
     /// Starts a command line as a process of its own that the host follows: its end is told to `caller` as
-    /// the event "ShellProcessComplete". Returns the process id; below 1 when it could not be started. For
-    /// its own books the host finds the record by CommandLineOf: among several of one command line that which
-    /// was last asked for by name, so whoever launches a tool takes it by Tools().Item(name) first.
-    virtual std::int32_t StartProcess(std::string_view commandLine, std::string_view caller) = 0;
+    /// the event "ShellProcessComplete". Returns the process id; below 1 when it could not be started.
+    /// `record`: whose program it is, for the host's own books; null for a program of no record.
+    virtual std::int32_t StartProcess(std::string_view commandLine, std::string_view caller,
+                                      const std::shared_ptr<IToolRecord>& record) = 0;
 
     // resources, settings, language
     /// ("Tools", ""): the handle of the string resource module, 0 when there is none; ("Tools", number as
