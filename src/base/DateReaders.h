@@ -42,7 +42,9 @@ public:
     }
 
     bool SkipBlanks() {
-        return !TakeWhile([](char each) { return IsWhiteSpace(each); }).empty();
+        const std::size_t length = WhiteSpaceLength(rest_);
+        rest_.remove_prefix(length);
+        return length > 0;
     }
     std::string_view TakeDigits() { return TakeWhile(IsDigit); }
     std::string_view TakeLetters() { return TakeWhile(IsLetter); }

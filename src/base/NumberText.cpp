@@ -1,5 +1,7 @@
 #include "base/NumberText.h"
 
+#include "base/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -11,6 +13,7 @@ namespace base {
 namespace {
 
 constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+constexpr std::u32string_view otherWhiteSpace = U"\x85\xA0\x1680\x2028\x2029\x202F\x205F\x3000";
 
 bool IsDigit(char character) {
     return character >= '0' && character <= '9';
@@ -108,6 +111,23 @@ private:
     bool isMore_ = false; // a digit other than 0 that is not held
 };
 
+/// Of the character that a text starts with, 0 where it is no white space.
+std::size_t FirstWhiteSpaceLength(std::string_view text) {
+    if (text.empty()) return 0;
+    if (static_cast<signed char>(text.front()) >= 0) return IsWhiteSpace(text.front()) ? 1 : 0;
+    const Utf8Step step = DecodeUtf8(text, 0);
+    const bool isSpace = (step.character >= 0x2000 && step.character <= 0x200A) ||
+                         otherWhiteSpace.find(step.character) != std::u32string_view::npos;
+    return isSpace ? step.length : 0;
+}
+
+std::size_t LastWhiteSpaceLength(std::string_view text) {
+    constexpr std::size_t longest = 3;
+    for (std::size_t length = 1; length <= std::min(longest, text.size()); ++length)
+        if (FirstWhiteSpaceLength(text.substr(text.size() - length)) == length) return length;
+    return 0;
+}
+
 NumberScan ScanPattern(std::string_view text) {
     const char kind = text.size() > 2 ? text[1] : '\0';
     const int base = kind == 'H' || kind == 'h' ? 16 : kind == 'O' || kind == 'o' ? 8 : 0;
@@ -153,10 +173,18 @@ bool IsWhiteSpace(char character) noexcept {
     return whiteSpace.find(character) != std::string_view::npos;
 }
 
+std::size_t WhiteSpaceLength(std::string_view text) noexcept {
+    std::size_t length = 0;
+    while (const std::size_t next = FirstWhiteSpaceLength(text.substr(length)))
+        length += next;
+    return length;
+}
+
 std::string_view TrimWhiteSpace(std::string_view text) noexcept {
-    const std::size_t first = text.find_first_not_of(whiteSpace);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
+    text.remove_prefix(WhiteSpaceLength(text));
+    while (const std::size_t last = LastWhiteSpaceLength(text))
+        text.remove_suffix(last);
+    return text;
 }
 
 std::string NumberToText(double number) {

@@ -23,6 +23,10 @@ NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) noexcept;
 
 /// True for blank, tab and line break characters.
 bool IsWhiteSpace(char character) noexcept;
+/// The bytes that white space takes at the start of a text: Unicode's, as the system counts it around numbers
+/// and in dates.
+std::size_t WhiteSpaceLength(std::string_view text) noexcept;
+/// Without such white space at its ends.
 std::string_view TrimWhiteSpace(std::string_view text) noexcept;
 
 /// Shortest decimal form with up to 15 significant digits and a point; with an exponent ("1E+15", "1E-05")
