@@ -1,6 +1,7 @@
 #include "base/DateReaders.h"
 #include "base/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <ctime>
 
@@ -27,22 +28,10 @@ int CurrentYear() {
     return std::localtime(&now)->tm_year + 1900;
 }
 
-/// A number that is part of the date.
-struct DatePart {
-    int value = 0;
-    std::size_t digits = 0;
-};
-
-std::optional<Date> DayOf(DatePart year, int month, DatePart day) {
+std::optional<Date> DayOf(int year, int month, int day) {
     constexpr int windowEnd = 30; // 29 is 2029, 30 is 1930
-    if (day.digits > 2) return {};
-    if (year.digits <= 2) year.value += year.value < windowEnd ? 2000 : 1900;
-    return FindDay(year.value, month, day.value);
-}
-
-std::optional<Date> DayOf(DatePart year, DatePart month, DatePart day) {
-    if (month.digits > 2) return {};
-    return DayOf(year, month.value, day);
+    if (year < 100) year += year < windowEnd ? 2000 : 1900;
+    return FindDay(year, month, day);
 }
 
 class ClassicReader {
@@ -50,12 +39,9 @@ public:
     explicit ClassicReader(std::string_view text) : cursor_(text) {}
 
     std::optional<Date> Read() {
+        SkipCommas(cursor_);
         do {
-            if (!ReadPiece()) return {};
-            cursor_.SkipBlanks();
-            const bool isSeparated = cursor_.Accept(',') || cursor_.Accept('/') || cursor_.Accept('-');
-            if (isSeparated && cursor_.AtEnd()) return {};
-            cursor_.SkipBlanks();
+            if (!ReadPiece() || !SkipSeparators()) return {};
         } while (!cursor_.AtEnd());
         const bool isTimeAlone = count_ == 0 && month_ == 0 && !hasWeekday_;
         if (isTimeAlone) return AtTime(Date{}, *seconds_);
@@ -64,15 +50,44 @@ public:
     }
 
 private:
+    /// With the blanks around them; false where there is none.
+    static bool SkipCommas(DateCursor& cursor) {
+        cursor.SkipBlanks();
+        const bool isComma = cursor.Peek() == ',';
+        while (cursor.Accept(','))
+            cursor.SkipBlanks();
+        return isComma;
+    }
+
+    /// What parts a piece from the next: nothing, blanks, commas, and in the whole text two slashes or dashes
+    /// at most. False for more, or where no piece follows.
+    bool SkipSeparators() {
+        bool isSeparated = SkipCommas(cursor_);
+        while (cursor_.Accept('/') || cursor_.Accept('-')) {
+            if (++dateSeparators_ > 2) return false;
+            isSeparated = true;
+            SkipCommas(cursor_);
+        }
+        return !isSeparated || !cursor_.AtEnd();
+    }
+
     bool ReadPiece() {
         if (DateCursor::IsLetter(cursor_.Peek())) return ReadName();
-        const std::string_view digits = cursor_.TakeDigits();
-        if (digits.empty() || digits.size() > 4) return false;
-        const char next = cursor_.Peek();
-        if (next == ':' || next == '.' || HalfFollows()) return ReadTime(digits);
+        const std::optional<int> number = TakeNumber();
+        if (!number) return false;
+        if (TimeSeparatorAhead() != '\0' || HalfFollows()) return ReadTime(*number);
         if (count_ == parts_.size()) return false;
-        parts_[count_++] = {NumberOfDigits(digits), digits.size()};
+        parts_[count_++] = *number;
         return true;
+    }
+
+    /// Of any number of leading zeros; nothing beyond the last year.
+    std::optional<int> TakeNumber() {
+        std::string_view digits = cursor_.TakeDigits();
+        if (digits.empty()) return {};
+        digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+        if (digits.size() > 4) return {};
+        return NumberOfDigits(digits);
     }
 
     bool ReadName() {
@@ -80,6 +95,7 @@ private:
         cursor_.Accept('.'); // of an abbreviation
         if (const int month = PositionOf(name, monthNames); month != 0 && month_ == 0) {
             month_ = month;
+            countBeforeMonth_ = count_;
             return true;
         }
         if (PositionOf(name, dayNames) == 0 || hasWeekday_) return false;
@@ -96,7 +112,7 @@ private:
 
     /// 'A' or 'P' for AM, PM, A or P as the next word, else NUL.
     static char TakeHalf(DateCursor& cursor) {
-        cursor.SkipBlanks();
+        SkipCommas(cursor);
         const std::string word = TakeWord(cursor);
         const bool isHalf = word == "AM" || word == "PM" || word == "A" || word == "P";
         return isHalf ? word.front() : '\0';
@@ -107,14 +123,21 @@ private:
         return TakeHalf(ahead) != '\0';
     }
 
-    bool ReadTime(std::string_view hourDigits) {
-        if (seconds_ || hourDigits.size() > 2) return false;
-        int hour = NumberOfDigits(hourDigits), minute = 0, second = 0;
+    /// ':' or '.' as the next character but blanks, else NUL.
+    char TimeSeparatorAhead() const {
+        DateCursor ahead = cursor_;
+        ahead.SkipBlanks();
+        return ahead.Peek() == ':' || ahead.Peek() == '.' ? ahead.Peek() : '\0';
+    }
+
+    bool ReadTime(int hour) {
+        if (seconds_) return false;
+        int minute = 0, second = 0;
         double fraction = 0;
-        const char separator = cursor_.Peek();
-        if (cursor_.Accept(':') || cursor_.Accept('.')) {
+        const char separator = TimeSeparatorAhead();
+        if (separator != '\0') {
             if (!ReadField(minute)) return false;
-            if (cursor_.Accept(separator)) {
+            if (TimeSeparatorAhead() == separator) {
                 if (!ReadField(second)) return false;
                 if (separator == ':' && cursor_.Accept('.') && !ReadFraction(fraction)) return false;
             }
@@ -128,11 +151,14 @@ private:
         return true;
     }
 
+    /// With the separator before it.
     bool ReadField(int& field) {
-        const std::string_view digits = cursor_.TakeDigits();
-        if (digits.empty() || digits.size() > 2) return false;
-        field = NumberOfDigits(digits);
-        return field <= 59;
+        cursor_.SkipBlanks();
+        if (!cursor_.Accept(':')) cursor_.Accept('.');
+        cursor_.SkipBlanks();
+        const std::optional<int> number = TakeNumber();
+        field = number.value_or(0);
+        return number && field <= 59;
     }
 
     bool ReadFraction(double& fraction) {
@@ -144,33 +170,34 @@ private:
     /// The parts are tried in the places that they may have, the American ones first, until there is such a
     /// day.
     std::optional<Date> Day() const {
-        const DatePart first = parts_[0], second = parts_[1], third = parts_[2];
+        const int first = parts_[0], second = parts_[1], third = parts_[2];
         const auto firstOf = [](std::initializer_list<std::optional<Date>> days) -> std::optional<Date> {
             for (const std::optional<Date>& day : days)
                 if (day) return day;
             return {};
         };
-        constexpr DatePart firstDay{1, 1};
         if (month_ != 0 && count_ == 1)
-            return firstOf({DayOf(ThisYear(), month_, first), DayOf(first, month_, firstDay)});
+            return firstOf({DayOf(CurrentYear(), month_, first), DayOf(first, month_, 1)});
+        if (month_ != 0 && count_ == 2 && countBeforeMonth_ == 2)
+            return firstOf({DayOf(first, month_, second), DayOf(second, month_, first)});
         if (month_ != 0 && count_ == 2)
             return firstOf({DayOf(second, month_, first), DayOf(first, month_, second)});
         if (month_ != 0) return {};
         if (count_ == 2) {
-            return firstOf({DayOf(ThisYear(), first, second), DayOf(ThisYear(), second, first),
-                            DayOf(second, first, firstDay), DayOf(first, second, firstDay)});
+            return firstOf({DayOf(CurrentYear(), first, second), DayOf(CurrentYear(), second, first),
+                            DayOf(second, first, 1), DayOf(first, second, 1)});
         }
         if (count_ != 3) return {};
-        return firstOf(
-            {DayOf(third, first, second), DayOf(first, second, third), DayOf(third, second, first)});
+        return firstOf({DayOf(third, first, second), DayOf(first, second, third), DayOf(third, second, first),
+                        DayOf(first, third, second)});
     }
 
-    static DatePart ThisYear() { return {CurrentYear(), 4}; }
-
     DateCursor cursor_;
-    std::array<DatePart, 3> parts_;
+    int dateSeparators_ = 0;
+    std::array<int, 3> parts_{};
     std::size_t count_ = 0;
     int month_ = 0; // named
+    std::size_t countBeforeMonth_ = 0;
     bool hasWeekday_ = false;
     std::optional<double> seconds_;
 };

@@ -16,8 +16,8 @@ namespace base {
 /// which is checked and then left aside: the time counts where it was written.
 std::optional<Date> ReadIsoDate(std::string_view text);
 
-/// What the system's date reader takes in English. Numbers between blanks, commas, slashes and dashes are
-/// parts of the date, those between colons or points parts of the time; a month may be named.
+/// What the system's date reader takes in English. Numbers between blanks, commas and at most two slashes or
+/// dashes are parts of the date, those between colons or points parts of the time; a month may be named.
 std::optional<Date> ReadClassicDate(std::string_view text);
 
 /// Nothing for a day that does not exist, or lies outside the years 100 to 9999.
