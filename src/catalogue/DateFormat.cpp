@@ -135,7 +135,7 @@ void DateFormat::ReadRun(std::string_view run) {
         {'d', 3, Field::ShortDayName, 1},   {'d', 2, Field::Day, 2},       {'d', 1, Field::Day, 1},
         {'w', 2, Field::Week, 1},           {'w', 1, Field::Weekday, 1},   {'m', 4, Field::MonthName, 1},
         {'m', 3, Field::ShortMonthName, 1}, {'m', 2, Field::Month, 2},     {'m', 1, Field::Month, 1},
-        {'q', 1, Field::Quarter, 1},        {'y', 4, Field::Year, 4},      {'y', 2, Field::ShortYear, 2},
+        {'q', 1, Field::Quarter, 1},        {'y', 4, Field::Year, 1},      {'y', 2, Field::ShortYear, 2},
         {'y', 1, Field::DayOfYear, 1},      {'h', 2, Field::Hour, 2},      {'h', 1, Field::Hour, 1},
         {'n', 2, Field::Minute, 2},         {'n', 1, Field::Minute, 1},    {'s', 2, Field::Second, 2},
         {'s', 1, Field::Second, 1},         {'t', 5, Field::LongTime, 1},  {'c', 1, Field::General, 1},

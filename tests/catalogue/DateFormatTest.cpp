@@ -124,7 +124,7 @@ TEST(DateFormat, WritesGeneralDatesAsValuesDo) {
     const DateNames names = DateNames::English();
     const DateFormat format("General Date", names);
     for (const double days :
-         {0.0, 0.25, 0.5, 0.9999999, 1.0, -1.0, -1.75, 45352.0, 45352.5, 45352.999999, 2958465.0})
+         {0.0, 0.25, 0.5, 0.9999999, 1.0, -1.0, -1.75, 45352.0, 45352.5, 45352.999999, 2958465.0, -657434.0})
         EXPECT_EQ(format.Format(base::Date{days}), base::Value(base::Date{days}).ToText());
 }
 
@@ -158,6 +158,8 @@ TEST(DateFormat, KnowsTheDaysBeforeTheFirstDay) {
     EXPECT_EQ(Formatted("ddd yyyy-mm-dd", {1899, 12, 29}), "Fri 1899-12-29");
     EXPECT_EQ(Formatted("ddd y", {1700, 12, 31}), "Fri 365");
     EXPECT_EQ(Formatted("yyyy", {9999, 12, 31}), "9999");
+    EXPECT_EQ(Formatted("yyyy yy", {100, 1, 1}), "100 00");
+    EXPECT_EQ(Formatted("Short Date", {987, 6, 5}), "6/5/987");
 }
 
 TEST(DateFormat, FormatsWhatReadsAsADate) {
