@@ -63,7 +63,7 @@ DateFormat::DateFormat(std::string_view picture, const DateNames& names) : names
 }
 
 void DateFormat::Read(std::string_view picture) {
-    while (!picture.empty()) {
+    while (!picture.empty() && picture.front() != ';') {
         std::size_t used = ReadHalf(picture);
         if (used == 0) used = ReadLiteral(picture);
         if (used == 0) {

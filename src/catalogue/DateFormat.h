@@ -28,7 +28,7 @@ struct DateNames {
 /// (any letter case). Pictures (any letter case): d dd ddd dddd ddddd dddddd, w (weekday from Sunday = 1), ww
 /// (week; the first holds 1 January), m mm mmm mmmm (minutes behind an hour), q, y (day of the year) yy yyyy,
 /// h hh, n nn, s ss, ttttt, c, AM/PM am/pm A/P a/p AMPM, "/" and ":" (the locale's separators), \x and "text"
-/// (literal). An empty picture is "General Date". All else stands for itself.
+/// (literal). A ";" ends the picture. An empty picture is "General Date". All else stands for itself.
 class DateFormat {
 public:
     DateFormat(std::string_view picture, const DateNames& names);

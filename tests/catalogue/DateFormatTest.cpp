@@ -92,6 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"[d]", "[1]"}, Case{"dddd, d. mmmm yyyy", "Friday, 1. March 2024"},
                     Case{"ttttt hh", "2:05:09 PM 14"}, Case{"hh c", "14 3/1/2024 2:05:09 PM"},
                     Case{"hh ttttt AM/PM", "02 2:05:09 PM PM"}, Case{"ddddddd", "Friday, March 1, 20241"},
+                    Case{"d;m", "1"}, Case{";d", ""}, Case{"d \\; \";\" m;", "1 ; ; 3"},
                     Case{"ttttt mm", "2:05:09 PM 03"}, Case{"hh ddddd mm", "14 3/1/2024 03"}));
 
 } // namespace
