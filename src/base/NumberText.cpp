@@ -142,6 +142,32 @@ NumberScan ScanPattern(std::string_view text) {
     return scan;
 }
 
+/// What may stand around a number, each once.
+class NumberMarks {
+public:
+    bool TakeLeading(char mark) { return TakeSign(mark) || TakeDollar(mark) || Take(mark, '(', isOpened_); }
+    bool TakeTrailing(char mark) {
+        return TakeSign(mark) || TakeDollar(mark) || (isOpened_ && Take(mark, ')', isClosed_));
+    }
+
+    bool AreComplete() const { return isOpened_ == isClosed_; }
+    bool AreNegative() const { return isNegative_ || isOpened_; }
+
+private:
+    static bool Take(char mark, char wanted, bool& isTaken) {
+        if (mark != wanted || isTaken) return false;
+        return isTaken = true;
+    }
+    bool TakeSign(char mark) {
+        if (!Take(mark, '-', hasSign_) && !Take(mark, '+', hasSign_)) return false;
+        isNegative_ = mark == '-';
+        return true;
+    }
+    bool TakeDollar(char mark) { return Take(mark, '$', hasDollar_); }
+
+    bool hasSign_ = false, isNegative_ = false, hasDollar_ = false, isOpened_ = false, isClosed_ = false;
+};
+
 } // namespace
 
 NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) noexcept {
@@ -166,6 +192,24 @@ NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) noexcept {
     NumberScan scan = Decimal(text.substr(begin, cursor.At() - begin)).Evaluate();
     scan.length = cursor.At();
     if (isNegative) scan.value = -scan.value;
+    return scan;
+}
+
+std::optional<NumberScan> ReadNumber(std::string_view text) noexcept {
+    text = TrimWhiteSpace(text);
+    NumberMarks marks;
+    const bool isPattern = text.starts_with('&'); // which stands alone
+    while (!text.empty() && marks.TakeLeading(text.front()))
+        text = TrimWhiteSpace(text.substr(1));
+    const bool isBare = text.starts_with('.') || (!text.empty() && IsDigit(text.front()));
+    if (!isBare && !isPattern) return {};
+    NumberScan scan = ScanNumber(text, DigitGrouping::Accepted);
+    if (scan.length == 0) return {};
+    text = TrimWhiteSpace(text.substr(scan.length));
+    while (!isPattern && !text.empty() && marks.TakeTrailing(text.front()))
+        text = TrimWhiteSpace(text.substr(1));
+    if (!text.empty() || !marks.AreComplete()) return {};
+    if (marks.AreNegative()) scan.value = -scan.value;
     return scan;
 }
 

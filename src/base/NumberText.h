@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,10 @@ enum class DigitGrouping { Refused, Accepted };
 /// 32-bit integer of that pattern. With `grouping` commas may follow the first whole digit. Never depends on
 /// the locale; "inf", "nan" and the like are no numbers. Needs no memory, however long the text is.
 NumberScan ScanNumber(std::string_view text, DigitGrouping grouping) noexcept;
+
+/// The number that the whole text is, as the system reads it: ScanNumber's, with grouping, between white
+/// space; a sign may stand before or behind it, parentheses make it negative, and a dollar sign says nothing.
+std::optional<NumberScan> ReadNumber(std::string_view text) noexcept;
 
 /// True for blank, tab and line break characters.
 bool IsWhiteSpace(char character) noexcept;

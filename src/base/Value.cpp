@@ -28,15 +28,14 @@ constexpr std::size_t quotedCharacters = 40; // of a refused text in an error de
 }
 
 double NumberOfText(std::string_view text, const char* expected) {
-    const std::string_view trimmed = TrimWhiteSpace(text);
-    const NumberScan scan = ScanNumber(trimmed, DigitGrouping::Accepted);
-    if (scan.length == 0 || scan.length != trimmed.size()) RaiseMismatch(text, expected);
-    if (scan.isTooLarge) {
+    const std::optional<NumberScan> number = ReadNumber(text);
+    if (!number) RaiseMismatch(text, expected);
+    if (number->isTooLarge) {
         throw ComponentError(errors::Overflow, "Value",
                              "\"" + std::string(FirstCharacters(text, quotedCharacters)) +
                                  "\" is too large for a number");
     }
-    return scan.value;
+    return number->value;
 }
 
 double RoundHalfToEven(double number) {
@@ -158,10 +157,8 @@ bool Value::EqualsNumber(double number) const noexcept {
                              [=](std::int32_t value) { return value == number; },
                              [=](double value) { return value == number; },
                              [=](const std::string& text) {
-                                 const std::string_view trimmed = TrimWhiteSpace(text);
-                                 const NumberScan scan = ScanNumber(trimmed, DigitGrouping::Accepted);
-                                 return scan.length > 0 && scan.length == trimmed.size() &&
-                                        !scan.isTooLarge && scan.value == number;
+                                 const std::optional<NumberScan> read = ReadNumber(text);
+                                 return read && !read->isTooLarge && read->value == number;
                              },
                              [=](Date date) { return date.days == number; },
                              [](const std::shared_ptr<Object>&) { return false; }},

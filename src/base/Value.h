@@ -48,7 +48,9 @@ public:
 
     /// Empty is False; numbers are True unless 0; "True"/"False" in any letter case; other text as a number.
     bool ToBoolean() const;
-    /// Rounds halves to even; True is -1; Empty is 0; text is read as a number, blanks around it ignored.
+    /// Rounds halves to even; True is -1; Empty is 0; text is read as a number ("-1,234.5", "1e3", "&H1F"),
+    /// also with its sign behind it, in parentheses for a negative, or with a dollar sign; blanks around it
+    /// ignored.
     std::int32_t ToInteger() const;
     double ToDouble() const;
     /// "True"/"False"; numbers in their shortest decimal form; dates as "m/d/yyyy h:mm:ss AM" (a part that is

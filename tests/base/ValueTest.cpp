@@ -119,22 +119,26 @@ constexpr auto mismatch = base::errors::TypeMismatch;
 constexpr auto overflow = base::errors::Overflow;
 INSTANTIATE_TEST_SUITE_P(
     Texts, NoInteger,
-    testing::Values(Refused{"", mismatch}, Refused{" ", mismatch}, Refused{"12abc", mismatch},
-                    Refused{"abc", mismatch}, Refused{"1 2", mismatch}, Refused{"1.2.3", mismatch},
-                    Refused{"--1", mismatch}, Refused{"+-1", mismatch}, Refused{"-", mismatch},
-                    Refused{".", mismatch}, Refused{"e5", mismatch}, Refused{"1e", mismatch},
-                    Refused{"1e+", mismatch}, Refused{"1.5,000", mismatch}, Refused{",5", mismatch},
-                    Refused{"&H", mismatch}, Refused{"&HG", mismatch}, Refused{"&H-1", mismatch},
-                    Refused{"&O8", mismatch}, Refused{"&", mismatch}, Refused{"&X1", mismatch},
-                    Refused{"-&H1", mismatch}, Refused{"0x1F", mismatch}, Refused{"True", mismatch},
-                    Refused{"nan", mismatch}, Refused{"inf", mismatch}, Refused{"-inf", mismatch},
-                    Refused{"Infinity", mismatch}, Refused{"1\0"s, mismatch}, Refused{"\0"s, mismatch},
-                    Refused{"１２", mismatch}, Refused{"1\xC2", mismatch}, Refused{"1\xA0", mismatch},
-                    Refused{"1\u200B", mismatch}, Refused{"$5", mismatch}, Refused{"2147483648", overflow},
-                    Refused{"2147483647.5", overflow}, Refused{"-2147483649", overflow},
-                    Refused{"1e10", overflow}, Refused{"1e400", overflow}, Refused{"-1e400", overflow},
-                    Refused{"&H100000000", overflow}, Refused{"1e999999999999999999999", overflow},
-                    Refused{std::string(100'000, '9'), overflow}));
+    testing::Values(
+        Refused{"", mismatch}, Refused{" ", mismatch}, Refused{"12abc", mismatch}, Refused{"abc", mismatch},
+        Refused{"1 2", mismatch}, Refused{"1.2.3", mismatch}, Refused{"--1", mismatch},
+        Refused{"+-1", mismatch}, Refused{"-", mismatch}, Refused{".", mismatch}, Refused{"e5", mismatch},
+        Refused{"1e", mismatch}, Refused{"1e+", mismatch}, Refused{"1.5,000", mismatch},
+        Refused{",5", mismatch}, Refused{"&H", mismatch}, Refused{"&HG", mismatch}, Refused{"&H-1", mismatch},
+        Refused{"&O8", mismatch}, Refused{"&", mismatch}, Refused{"&X1", mismatch}, Refused{"-&H1", mismatch},
+        Refused{"0x1F", mismatch}, Refused{"True", mismatch}, Refused{"nan", mismatch},
+        Refused{"inf", mismatch}, Refused{"-inf", mismatch}, Refused{"Infinity", mismatch},
+        Refused{"1\0"s, mismatch}, Refused{"\0"s, mismatch}, Refused{"１２", mismatch},
+        Refused{"1\xC2", mismatch}, Refused{"1\xA0", mismatch}, Refused{"1\u200B", mismatch},
+        Refused{"$", mismatch}, Refused{"$$5", mismatch}, Refused{"$5$", mismatch}, Refused{"(5", mismatch},
+        Refused{"5)", mismatch}, Refused{"((5))", mismatch}, Refused{"()", mismatch},
+        Refused{"( - )", mismatch}, Refused{"-5-", mismatch}, Refused{"5--", mismatch},
+        Refused{"5-5", mismatch}, Refused{"5(5)", mismatch}, Refused{")5(", mismatch},
+        Refused{"$&H1", mismatch}, Refused{"&H1-", mismatch}, Refused{"(&H1)", mismatch},
+        Refused{"5-e3", mismatch}, Refused{"(2147483649)", overflow}, Refused{"2147483648", overflow},
+        Refused{"2147483647.5", overflow}, Refused{"-2147483649", overflow}, Refused{"1e10", overflow},
+        Refused{"1e400", overflow}, Refused{"-1e400", overflow}, Refused{"&H100000000", overflow},
+        Refused{"1e999999999999999999999", overflow}, Refused{std::string(100'000, '9'), overflow}));
 INSTANTIATE_TEST_SUITE_P(Numbers, NoInteger,
                          testing::Values(Refused{2147483647.5, overflow}, Refused{-2147483648.51, overflow},
                                          Refused{1e300, overflow}, Refused{infinity, overflow},
@@ -151,20 +155,22 @@ TEST_P(ToDouble, Converts) {
 using Real = Conversion<double>;
 INSTANTIATE_TEST_SUITE_P(
     Value, ToDouble,
-    testing::Values(Real{{}, 0}, Real{true, -1}, Real{7, 7}, Real{2.5, 2.5}, Real{base::Date{1.25}, 1.25},
-                    Real{"0.1", 0.1}, Real{".5", 0.5}, Real{"5.", 5}, Real{"\u00A05\u3000 ", 5},
-                    Real{"-0", 0}, Real{"3.1415926535897932384626433832795", 3.141592653589793},
-                    Real{"1.7976931348623157e308", 1.7976931348623157e308},
-                    Real{"5e-324", std::numeric_limits<double>::denorm_min()}, Real{"1e-400", 0},
-                    Real{"-1e-400", 0}, Real{"0." + std::string(400, '0') + "1e401", 1},
-                    Real{"1" + std::string(400, '0') + "e-400", 1}, Real{"1,234.5", 1234.5},
-                    Real{"1,2,3d2", 12300}, Real{"&HFFFFFFFF", -1},
-                    Real{"9007199254740993", 9007199254740992},
-                    Real{"9007199254740993." + std::string(2000, '0'), 9007199254740992},
-                    Real{"9007199254740993." + std::string(2000, '0') + "1", 9007199254740994},
-                    Real{"9007199254740993" + std::string(2000, '0') + "1E-2001", 9007199254740994},
-                    Real{"1" + std::string(2000, '9') + "E-2000", 2},
-                    Real{std::string(1'000'000, '0') + "1.5", 1.5}));
+    testing::Values(
+        Real{{}, 0}, Real{true, -1}, Real{7, 7}, Real{2.5, 2.5}, Real{base::Date{1.25}, 1.25},
+        Real{"0.1", 0.1}, Real{".5", 0.5}, Real{"5.", 5}, Real{"5-", -5}, Real{"5 +", 5}, Real{"- 5", -5},
+        Real{"+\t5", 5}, Real{"(5)", -5}, Real{"( 1,234.5 )", -1234.5}, Real{"(-5)", -5}, Real{"-(5)", -5},
+        Real{"(5-)", -5}, Real{"$5", 5}, Real{"-$1,000.50", -1000.5}, Real{"$ -5", -5}, Real{"($.5)", -0.5},
+        Real{"5 $-", -5}, Real{"1e-3-", -0.001}, Real{"\u00A05\u3000 ", 5}, Real{"-0", 0},
+        Real{"3.1415926535897932384626433832795", 3.141592653589793},
+        Real{"1.7976931348623157e308", 1.7976931348623157e308},
+        Real{"5e-324", std::numeric_limits<double>::denorm_min()}, Real{"1e-400", 0}, Real{"-1e-400", 0},
+        Real{"0." + std::string(400, '0') + "1e401", 1}, Real{"1" + std::string(400, '0') + "e-400", 1},
+        Real{"1,234.5", 1234.5}, Real{"1,2,3d2", 12300}, Real{"&HFFFFFFFF", -1},
+        Real{"9007199254740993", 9007199254740992},
+        Real{"9007199254740993." + std::string(2000, '0'), 9007199254740992},
+        Real{"9007199254740993." + std::string(2000, '0') + "1", 9007199254740994},
+        Real{"9007199254740993" + std::string(2000, '0') + "1E-2001", 9007199254740994},
+        Real{"1" + std::string(2000, '9') + "E-2000", 2}, Real{std::string(1'000'000, '0') + "1.5", 1.5}));
 
 TEST(Value, RefusesTextsThatAreTooLargeForADouble) {
     for (const std::string& text : {"1e309"s, "-1e309"s, std::string(400, '9'), "0.001e312"s, "1d400"s})
@@ -335,6 +341,8 @@ TEST(Value, EqualsNumbersByContent) {
     EXPECT_TRUE(Value(" -1.0 ").EqualsNumber(-1));
     EXPECT_TRUE(Value("&HFFFFFFFF").EqualsNumber(-1));
     EXPECT_TRUE(Value("1,000").EqualsNumber(1000));
+    EXPECT_TRUE(Value("(1)").EqualsNumber(-1));
+    EXPECT_TRUE(Value("1-").EqualsNumber(-1));
     EXPECT_TRUE(Value(base::Date{5}).EqualsNumber(5));
 }
 
@@ -358,10 +366,11 @@ TEST_P(Leading, IsTheNumberAtTheStart) {
 INSTANTIATE_TEST_SUITE_P(
     Number, Leading,
     testing::Values(Real{"", 0}, Real{"   ", 0}, Real{"abc", 0}, Real{"12abc", 12}, Real{"  -3.5 kg", -3.5},
-                    Real{"3/1/2024", 3}, Real{"2024-03-01", 2024}, Real{"1,000", 1}, Real{"1e3x", 1000},
-                    Real{"1e", 1}, Real{"1e+", 1}, Real{"1d2", 100}, Real{".5.5", 0.5}, Real{".", 0},
-                    Real{"-", 0}, Real{"-.", 0}, Real{"+7", 7}, Real{"&H1Fz", 31}, Real{"&Hz", 0},
-                    Real{"\t\n 8", 8}, Real{"nan", 0}, Real{"inf", 0}, Real{"1e-400", 0},
+                    Real{"3/1/2024", 3}, Real{"2024-03-01", 2024}, Real{"1,000", 1}, Real{"5-", 5},
+                    Real{"- 5", 0}, Real{"(5)", 0}, Real{"$5", 0}, Real{"1e3x", 1000}, Real{"1e", 1},
+                    Real{"1e+", 1}, Real{"1d2", 100}, Real{".5.5", 0.5}, Real{".", 0}, Real{"-", 0},
+                    Real{"-.", 0}, Real{"+7", 7}, Real{"&H1Fz", 31}, Real{"&Hz", 0}, Real{"\t\n 8", 8},
+                    Real{"nan", 0}, Real{"inf", 0}, Real{"1e-400", 0},
                     Real{"1e400", std::numeric_limits<double>::max()},
                     Real{"-1e400", -std::numeric_limits<double>::max()}, Real{"\xFF", 0}));
 
