@@ -56,8 +56,8 @@ std::int32_t RoundToInteger(double number) {
 }
 
 std::optional<bool> ReadBooleanWord(std::string_view text) {
-    if (EqualIgnoringCase(text, "True") || EqualIgnoringCase(text, "#TRUE#")) return true;
-    if (EqualIgnoringCase(text, "False") || EqualIgnoringCase(text, "#FALSE#")) return false;
+    if (EqualIgnoringCase(text, "True") || text == "#TRUE#") return true;
+    if (EqualIgnoringCase(text, "False") || text == "#FALSE#") return false;
     return std::nullopt;
 }
 

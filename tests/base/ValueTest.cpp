@@ -59,8 +59,8 @@ TEST_P(NoBoolean, IsRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Value, NoBoolean,
-                         testing::Values("", " ", "Yes", "on", "Tru", "Truee", "T", "#TRUE", "--1", "0x1",
-                                         "wahr", "True False", "1 0", "nan", "inf"));
+                         testing::Values("", " ", "Yes", "on", "Tru", "Truee", "T", "#TRUE", "#True#",
+                                         "#false#", "--1", "0x1", "wahr", "True False", "1 0", "nan", "inf"));
 
 class ToInteger : public testing::TestWithParam<Conversion<std::int32_t>> {};
 
