@@ -193,21 +193,20 @@ TEST_P(ToText, Converts) {
     EXPECT_EQ(GetParam().given.ToText(), GetParam().expected);
 }
 
-using Text = Conversion<std::string>;
+using Shown = Conversion<std::string>;
 INSTANTIATE_TEST_SUITE_P(
     Value, ToText,
-    testing::Values(Text{{}, ""}, Text{true, "True"}, Text{false, "False"}, Text{0, "0"}, Text{-17, "-17"},
-                    Text{std::numeric_limits<std::int32_t>::min(), "-2147483648"}, Text{"a\0b"s, "a\0b"s},
-                    Text{0.0, "0"}, Text{-0.0, "0"}, Text{1.0, "1"}, Text{-1.5, "-1.5"}, Text{0.1, "0.1"},
-                    Text{0.1 + 0.2, "0.3"}, Text{1.0 / 3, "0.333333333333333"},
-                    Text{-2.0 / 3, "-0.666666666666667"}, Text{100.0, "100"}, Text{1234.5, "1234.5"},
-                    Text{123456789012345.0, "123456789012345"}, Text{999999999999999.0, "999999999999999"},
-                    Text{999999999999999.9, "1E+15"}, Text{1e15, "1E+15"}, Text{1.5e15, "1.5E+15"},
-                    Text{-1e15, "-1E+15"}, Text{1e100, "1E+100"}, Text{0.0001, "0.0001"},
-                    Text{0.00012345, "0.00012345"}, Text{0.00001, "1E-05"}, Text{-0.000015, "-1.5E-05"},
-                    Text{5e-324, "4.94065645841247E-324"},
-                    Text{1.7976931348623157e308, "1.79769313486232E+308"}, Text{0.99999999999999999, "1"},
-                    Text{9.9999999999999999, "10"}, Text{2147483648.0, "2147483648"}));
+    testing::Values(
+        Shown{{}, ""}, Shown{true, "True"}, Shown{false, "False"}, Shown{0, "0"}, Shown{-17, "-17"},
+        Shown{std::numeric_limits<std::int32_t>::min(), "-2147483648"}, Shown{"a\0b"s, "a\0b"s},
+        Shown{0.0, "0"}, Shown{-0.0, "0"}, Shown{1.0, "1"}, Shown{-1.5, "-1.5"}, Shown{0.1, "0.1"},
+        Shown{0.1 + 0.2, "0.3"}, Shown{1.0 / 3, "0.333333333333333"}, Shown{-2.0 / 3, "-0.666666666666667"},
+        Shown{100.0, "100"}, Shown{1234.5, "1234.5"}, Shown{123456789012345.0, "123456789012345"},
+        Shown{999999999999999.0, "999999999999999"}, Shown{999999999999999.9, "1E+15"}, Shown{1e15, "1E+15"},
+        Shown{1.5e15, "1.5E+15"}, Shown{-1e15, "-1E+15"}, Shown{1e100, "1E+100"}, Shown{0.0001, "0.0001"},
+        Shown{0.00012345, "0.00012345"}, Shown{0.00001, "1E-05"}, Shown{-0.000015, "-1.5E-05"},
+        Shown{5e-324, "4.94065645841247E-324"}, Shown{1.7976931348623157e308, "1.79769313486232E+308"},
+        Shown{0.99999999999999999, "1"}, Shown{9.9999999999999999, "10"}, Shown{2147483648.0, "2147483648"}));
 
 TEST(Value, HasNoTextForWhatIsNotFinite) {
     for (const double number : {infinity, -infinity, notANumber})

@@ -88,15 +88,15 @@ TEST_F(InProcessLaunch, DisablesTheToolItemsBeforeTheLoadAndEnablesThemAfterARef
     LoadVantor("");
     Launch("V");
     ClaimBox();
-    EXPECT_EQ(
-        Calls(),
-        (Strings{"NewRequest()", "Tools.Item(\"V\")", "Menus.Item(\"mnuTool\")",
-                 "MenuItems.Item(\"mnuVVV99\")", "MenuItem.SetEnabled(\"mnuVVV99\", false)",
-                 "MenuItems.Item(\"mnuToolsSep1\")", "MenuItem.SetEnabled(\"mnuToolsSep1\", false)",
-                 "Tools.Item(\"V\")", "Loader.Load(\"V\", \"KvTM10\")", "ShowMessage(\"text 40\r\n\ttext 47V\", 0, \"KvTM10\")",
-                 "Menus.Item(\"mnuTool\")", "MenuItems.Item(\"mnuVVV99\")",
-                 "MenuItem.SetEnabled(\"mnuVVV99\", true)", "MenuItems.Item(\"mnuToolsSep1\")",
-                 "MenuItem.SetEnabled(\"mnuToolsSep1\", true)", "SetMousePointer(0)"}));
+    EXPECT_EQ(Calls(),
+              (Strings{"NewRequest()", "Tools.Item(\"V\")", "Menus.Item(\"mnuTool\")",
+                       "MenuItems.Item(\"mnuVVV99\")", "MenuItem.SetEnabled(\"mnuVVV99\", false)",
+                       "MenuItems.Item(\"mnuToolsSep1\")", "MenuItem.SetEnabled(\"mnuToolsSep1\", false)",
+                       "Tools.Item(\"V\")", "Loader.Load(\"V\", \"KvTM10\")",
+                       "ShowMessage(\"text 40\r\n\ttext 47V\", 0, \"KvTM10\")", "Menus.Item(\"mnuTool\")",
+                       "MenuItems.Item(\"mnuVVV99\")", "MenuItem.SetEnabled(\"mnuVVV99\", true)",
+                       "MenuItems.Item(\"mnuToolsSep1\")", "MenuItem.SetEnabled(\"mnuToolsSep1\", true)",
+                       "SetMousePointer(0)"}));
 }
 
 TEST_F(InProcessLaunch, BringsTheTabForwardBeforeItTellsOfAVantor) {
