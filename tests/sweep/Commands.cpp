@@ -53,6 +53,10 @@ void AnotherTabInFront(Session& s) {
 
 // what is done
 
+void AsksForModule(Session& s) {
+    s.AskForHandle("GetResourceModule");
+}
+
 Act Asks(std::string type) {
     return [type](Session& s) { s.Ask(type); };
 }
@@ -126,7 +130,7 @@ std::span<const Command> Commands() {
         {"load after unload", [](Session& s) { Loaded(s), Unload(s); }, Load},
         {"load after unload under a Vantor", [](Session& s) { VantorLoaded(s), Unload(s); }, Load},
 
-        {"request GetResourceModule", Loaded, Asks("GetResourceModule")},
+        {"request GetResourceModule", Loaded, AsksForModule},
         {"request GetToolProperties", LayoutSelected, Asks("GetToolProperties")},
         {"request SaveToolProperties", Loaded, Asks("SaveToolProperties")},
         {"request SaveToolProperties, updates loaded", UpdatesLoaded, Asks("SaveToolProperties")},
@@ -186,7 +190,11 @@ std::span<const Command> Commands() {
         {"node nodTools expanded", Loaded, Node("nodTools", kind::Expanded)},
         {"node Layout selected", Loaded, Node("Layout", kind::Selected)},
         {"node Layout right-clicked", LayoutSelected, Node("Layout", kind::ContextMenu)},
-        {"node Layout right-clicked again", ContextMenuOpen, Node("Layout", kind::ContextMenu)},
+        // by a host that leaves the last menu to its owner
+        {"node Layout right-clicked again", ContextMenuOpen,
+         [](Session& s) {
+             s.Event(EventObject::Node, "tabQRV", {{"key", "Layout"}}, kind::ContextMenu);
+         }},
         {"node Layout opened", Loaded, Node("Layout", kind::Opened)},
         {"tab selected", Loaded, Tab},
         {"tab selected on a tool", LayoutSelected, Tab},

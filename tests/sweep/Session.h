@@ -52,6 +52,11 @@ public:
 
     bool IsLoaded() const { return tool->IsLoaded(); }
     void Ask(std::string_view type, Parameters parameters = {}) { reply_ = Request(type, parameters); }
+    /// The reply is a number of the system's, another one in every process: any above 0 is written as a word.
+    void AskForHandle(std::string_view type) {
+        Ask(type);
+        if (!reply_->empty() && *reply_ != "0") reply_ = "a handle";
+    }
     void Node(std::string_view key, std::int32_t kind) { host->NodeEvent("tabQRV", key, kind); }
     void Row(std::string_view text, std::int32_t kind) { host->ListItemEvent("lvTools", text, kind); }
     using ComponentTest::Event;
