@@ -82,6 +82,7 @@ class ToolMain final : public arvon::ITool,
                        public arvon::IToolManager,
                        public std::enable_shared_from_this<ToolMain> {
 public:
+    // core/Creation.cpp
     static std::shared_ptr<ToolMain> Create(arvon::ISupport& support, platform::Services services);
     ~ToolMain() override;
 
@@ -102,11 +103,16 @@ public:
     base::Value Key() const override { return m_vKey; }
     void SetKey(base::Value key) override { m_vKey = std::move(key); }
 
+    // core/HostInterfaces.cpp
     void AddSubscriber(std::string_view sToolID) override;
+    // core/Senders.cpp
     std::string SendRequestMessage(const RequestRef& oRequest, std::string_view sDest) override;
+    // core/ErrorReports.cpp
     void AddBenchmark(std::string_view sMethod, double lLengthInCall, std::string_view sTypeName,
                       std::string_view sPars) override;
+    // core/ResourceStrings.cpp
     std::string LoadResString(std::int32_t lResID) override;
+    // catalogue/ToolOrder.cpp
     ToolCollection Sort(std::string_view strPropertyName, bool bDescend, bool blnCompareNumeric) override;
 
 private:
