@@ -47,18 +47,11 @@ Names ListOf(const std::string& cell) {
 }
 
 House ReadHouse() {
-    const std::regex row("\\| `([^`]+)` \\|([^|]*)\\|([^|]*)\\|");
     House house;
-    std::string table;
-    for (const std::string& line : LinesOf("CONTRIBUTING.md")) {
-        std::smatch match;
-        if (line.starts_with("#")) table.clear();
-        if (line.starts_with("| folder | includes |")) table = "rooms";
-        if (line.starts_with("| file | includes |")) table = "exceptions";
-        if (table.empty() || !std::regex_match(line, match, row)) continue;
-        if (table == "rooms") house.rooms.push_back({match[1], ListOf(match[2]), ListOf(match[3])});
-        if (table == "exceptions") house.exceptions[match[1]] = ListOf(match[2]);
-    }
+    for (const std::vector<std::string>& row : RowsBelow("CONTRIBUTING.md", "| folder | includes |"))
+        house.rooms.push_back({row.at(0), ListOf(row.at(1)), ListOf(row.at(2))});
+    for (const std::vector<std::string>& row : RowsBelow("CONTRIBUTING.md", "| file | includes |"))
+        house.exceptions[row.at(0)] = ListOf(row.at(1));
     return house;
 }
 

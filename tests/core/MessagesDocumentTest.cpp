@@ -51,20 +51,6 @@ struct MessagesPage {
     }
 };
 
-std::string Stripped(std::string text) {
-    const std::string around = " `";
-    text.erase(0, text.find_first_not_of(around));
-    text.erase(text.find_last_not_of(around) + 1);
-    return text;
-}
-
-PageRow CellsOf(const std::string& line) {
-    PageRow cells;
-    for (std::size_t at = 1, end; (end = line.find('|', at)) != std::string::npos; at = end + 1)
-        cells.push_back(Stripped(line.substr(at, end - at)));
-    return cells;
-}
-
 MessagesPage ReadPage() {
     const std::regex quotedWord("`([A-Za-z_]+)`");
     MessagesPage page;
@@ -121,17 +107,6 @@ WordSet TextsOf(const std::string& header, const std::string& nameSpace) {
     for (const auto& [constant, text] : Constants(header, nameSpace))
         texts.insert(text);
     return texts;
-}
-
-/// What the first group of an expression matches in a source file, in order.
-Words MatchesIn(const std::string& file, const std::string& expression) {
-    const std::regex wanted(expression);
-    Words matches;
-    for (const std::string& line : LinesOf(file)) {
-        for (std::sregex_iterator found(line.begin(), line.end(), wanted), end; found != end; ++found)
-            matches.push_back((*found)[1]);
-    }
-    return matches;
 }
 
 Words RequestsOfDispatchTable() {
@@ -281,7 +256,7 @@ TEST(MessagesPage, HasExamplesThatTheHostReads) {
         const bool isRequest = example.find("<Request ") != std::string::npos;
         const auto root = isRequest ? messageXml::Root::Request : messageXml::Root::Event;
         messageXml::Content content;
-        ASSERT_NO_THROW(content = messageXml::Read(root, Stripped(example))) << example;
+        ASSERT_NO_THROW(content = messageXml::Read(root, example.substr(example.find('<')))) << example;
         const std::map<std::string, std::string> codes = CodesOf(page, content.name);
         EXPECT_FALSE(codes.empty()) << example;
         for (const auto& parameter : content.parameters) {
