@@ -175,6 +175,26 @@ TEST(MessagesPage, TellsCategoryAndLevelOfEachEventAsTheyAreSent) {
     EXPECT_EQ(told, sent);
 }
 
+TEST(MessagesPage, TellsTheModeOfEachRequestAsItIsSent) {
+    const std::regex made("NewRequest\\(request::(\\w+)\\)"), given("->SetMode\\((\\d+)\\)");
+    std::map<std::string, std::string> told, sent;
+    for (const PageRow& row : ReadPage().RowsOf("Requests sent"))
+        told[row[0]] = row[2];
+    for (const std::string& file : SourceFilesBelow("src")) {
+        std::string request;
+        for (const std::string& line : LinesOf(file)) {
+            std::smatch match;
+            if (std::regex_search(line, match, made)) {
+                request = TextOfConstant("request", match[1]);
+                if (told.contains(request)) sent[request] = "0"; // unless one is given
+            } else if (std::regex_search(line, match, given)) {
+                sent[request] = match[1];
+            }
+        }
+    }
+    EXPECT_EQ(told, sent);
+}
+
 TEST(MessagesPage, HasASectionForEachRow) {
     const MessagesPage page = ReadPage();
     for (const char* chapter : {"Requests answered", "Requests sent", "Events handled", "Events sent"}) {
