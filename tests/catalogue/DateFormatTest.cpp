@@ -37,6 +37,10 @@ struct Case {
 
 class DatePictures : public testing::TestWithParam<Case> {};
 
+TEST(DateFormat, WritesTheDayOfTheYearWithoutZeros) {
+    EXPECT_EQ(Formatted("y", {2024, 1, 5, 0, 0, 0}), "5");
+}
+
 TEST_P(DatePictures, AreHonoured) {
     EXPECT_EQ(Formatted(GetParam().picture), GetParam().text);
 }

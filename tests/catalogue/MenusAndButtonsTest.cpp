@@ -124,6 +124,30 @@ TEST_F(MenusAndButtons, HaveOnePairOfSeparatorsHoweverOftenTheyAreBuilt) {
     EXPECT_EQ(ButtonKeys(), (Texts{"KvTM10_Sep1", "KvTM10_Sep2"}));
 }
 
+TEST_F(MenusAndButtons, PlaceTheFirstToolRightBehindASeparatorThatIsThere) {
+    LoadWith({});
+    installation.WriteTools({{.name = "A", .identifier = "AAA"}, {.name = "B", .identifier = "BBB"}});
+    host->Framework()->Tools().Reload();
+    EXPECT_TRUE(Probe().BuildToolButtons(false));
+    EXPECT_EQ(ButtonKeys(), (Texts{"KvTM10_Sep1", "btnAAA", "btnBBB", "KvTM10_Sep2"}));
+}
+
+TEST_F(MenusAndButtons, RememberTheOthersWhenOneCannotBeFinished) {
+    LoadWith({{.name = "A", .identifier = "RUN"},
+              {.name = "B"},
+              {.name = "C", .identifier = "CCC"},
+              {.name = "Z", .vrex = "Z1", .identifier = "RUN"}});
+    ClaimReports();                            // the second of that identifier
+    host->FailNext("Button.SetPicture", 1, 1); // C's
+    Probe().RebuildToolMenus(true);
+    ClaimReports();
+    Probe().SortTools("name", "1", true); // Z is the first of its identifier now
+    host->Refuse("A");
+    Event(arvon::EventObject::Button, "btnRUN");
+    EXPECT_EQ(CallsOf("Loader.Load"), Texts{"Loader.Load(\"A\", \"KvTM10\")"});
+    ClaimBox();
+}
+
 TEST_F(MenusAndButtons, ReportTheSecondToolOfAnIdentifierAndShowTheRest) {
     LoadWith({{.name = "A", .identifier = "SAME"},
               {.name = "B", .identifier = "SAME"},

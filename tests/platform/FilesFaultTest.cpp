@@ -108,7 +108,8 @@ TEST_F(FilesFaultTest, AFailureOfAnyCallLeavesTheOldFileOrTheNewOne) {
             platform::CreateFilesWith(calls)->Replace(file, newContent);
         } catch (const base::ComponentError& error) {
             isRefused = true;
-            EXPECT_NE(error.Description().find(file.string()), std::string::npos) << error.Description();
+            EXPECT_TRUE(error.Description().starts_with("cannot replace \"" + file.string() + "\": "))
+                << error.Description();
             EXPECT_NE(error.Description().find("no space left"), std::string::npos) << error.Description();
             EXPECT_EQ(error.Number(), base::errors::FileAccess);
         }
@@ -121,6 +122,21 @@ TEST_F(FilesFaultTest, AFailureOfAnyCallLeavesTheOldFileOrTheNewOne) {
                                               "close", "rename"}));
     // The rest happens behind the rename, or is asked for where it can be had: the owner, the folder.
     EXPECT_EQ(tolerated, (std::set<std::string>{"chown", "open", "fsync", "close"}));
+}
+
+TEST_F(FilesFaultTest, FlushesTheWorkingFolderForABareName) {
+    struct Opened : platform::FileCalls {
+        std::set<std::string> paths;
+        int Open(const char* path, int flags, mode_t mode) override {
+            paths.insert(path);
+            return FileCalls::Open(path, flags, mode);
+        }
+    } calls;
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.Path());
+    platform::CreateFilesWith(calls)->Replace("bare", newContent);
+    fs::current_path(before);
+    EXPECT_TRUE(calls.paths.contains("."));
 }
 
 TEST_F(FilesFaultTest, AFailureWhileCreatingLeavesNothing) {

@@ -43,6 +43,7 @@ TEST_F(FilesTest, TellsAMissingFileFromAMissingFolder) {
     const Refusal file = RefusalOf([&] { files->Read(folder / "none.txt"); });
     EXPECT_EQ(file.number, base::errors::FileNotFound);
     ExpectNames(file, folder / "none.txt", "no such file");
+    EXPECT_TRUE(file.description.starts_with("cannot read \"")) << file.description;
     EXPECT_EQ(RefusalOf([&] { files->Read(folder / "none/none.txt"); }).number, base::errors::PathNotFound);
     folder.Write("file", "");
     EXPECT_EQ(RefusalOf([&] { files->Read(folder / "file/none.txt"); }).number, base::errors::PathNotFound);

@@ -219,6 +219,17 @@ TEST_F(RegistryFileTest, WritesBehindADeletionOfTheValue) {
     EXPECT_EQ(DataOf(Read(again), "a"), "2\0"s);
 }
 
+TEST_F(RegistryFileTest, GivesValuesBehindADeletedKeyToNoOther) {
+    const auto file = ReadKey("\"a\"=\"1\"\r\n[-HKLM\\Other]\r\n\"b\"=\"2\"\r\n");
+    EXPECT_EQ(DataOf(file, "a"), "1\0"s);
+    EXPECT_EQ(DataOf(file, "b"), "(none)");
+}
+
+TEST_F(RegistryFileTest, AllowsBlanksAroundTheEqualsSign) {
+    EXPECT_EQ(DataOf(ReadKey("\"a\" \t=  \"1\""), "a"), "1\0"s);
+    EXPECT_EQ(DataOf(ReadKey("@ = \"1\""), ""), "1\0"s);
+}
+
 TEST_F(RegistryFileTest, StaysQuickOverManyDeepKeys) {
     std::string text = Header;
     std::string deep = "HKLM";
