@@ -219,6 +219,13 @@ TEST_F(RegistryFileTest, WritesBehindADeletionOfTheValue) {
     EXPECT_EQ(DataOf(Read(again), "a"), "2\0"s);
 }
 
+TEST_F(RegistryFileTest, KnowsTheRootsByTheirShortNamesToo) {
+    const auto file = Read(Header + "[HKLM\\a]\r\n[hkcu\\a]\r\n[HKCR\\a]\r\n[HKU\\a]\r\n[HKLMX\\a]\r\n");
+    for (const char* root : {"HKEY_LOCAL_MACHINE", "HKEY_CURRENT_USER", "HKEY_CLASSES_ROOT", "HKEY_USERS"})
+        EXPECT_TRUE(file.HasKey(std::string(root) + "\\A")) << root;
+    EXPECT_TRUE(file.HasKey("HKLMX\\A"));
+}
+
 TEST_F(RegistryFileTest, GivesValuesBehindADeletedKeyToNoOther) {
     const auto file = ReadKey("\"a\"=\"1\"\r\n[-HKLM\\Other]\r\n\"b\"=\"2\"\r\n");
     EXPECT_EQ(DataOf(file, "a"), "1\0"s);
