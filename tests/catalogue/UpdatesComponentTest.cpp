@@ -25,6 +25,7 @@ TEST_F(UpdatesComponent, IsAskedForNothingWhenItCannotBeLoaded) {
     host->Refuse("Qillo110");
     Probe().ShowOptions();
     const Report report = ClaimReport("ShowOptions");
+    EXPECT_EQ(report.number, base::errors::ObjectErrorBase + 5);
     EXPECT_EQ(report.description, "the host could not load \"Qillo110\"");
     EXPECT_TRUE(Sent().empty());
 }

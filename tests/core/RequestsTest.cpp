@@ -103,7 +103,28 @@ TEST_F(Permissions, AreNotTouchedWithoutAMatchingTool) {
 
 TEST_F(Requests, ReportAMissingUpdateWindow) {
     EXPECT_EQ(Request("UnloadUpdateView"), "");
-    EXPECT_EQ(ClaimReport("HandleRequest").description, "the host has no window \"UpdateTools\"");
+    const Report report = ClaimReport("HandleRequest");
+    EXPECT_EQ(report.number, base::errors::ObjectErrorBase + 3);
+    EXPECT_EQ(report.description, "the host has no window \"UpdateTools\"");
+}
+
+TEST_F(Requests, ReportToolPropertiesThatHoldNoControl) {
+    host->Framework()->Views().Remove("ocxToolProperties");
+    Probe().LastNodeKey() = "Layout";
+    EXPECT_EQ(Request("Initialize"), "");
+    const Report report = ClaimReport("HandleRequest");
+    EXPECT_EQ(report.number, base::errors::ObjectErrorBase + 2);
+    EXPECT_EQ(report.description, "the view \"ocxToolProperties\" holds no control");
+    Probe().LastNodeKey() = "nobody";
+    EXPECT_EQ(Request("Initialize"), "") << "and without a tool there is nothing to show";
+}
+
+TEST_F(Requests, ReportOptionsWithoutATool) {
+    installation.Write("Arvon/OPTIONS.XML", "<Options/>");
+    EXPECT_EQ(Request("GetOptionData", {{"ToolID", ""}}), "");
+    const Report report = ClaimReport("HandleRequest");
+    EXPECT_EQ(report.number, base::errors::ObjectErrorBase + 4);
+    EXPECT_EQ(report.description, "the options hold no \"Tool\" element");
 }
 
 TEST_F(Requests, CloseTheUpdateWindow) {
