@@ -133,6 +133,8 @@ TEST_F(RegistryTest, RefusesNamesThatTheFileCannotHold) {
     const RegistryKey key = Opened(KeySetValue);
     EXPECT_EQ(registry->SetValue(key, "a\nb", RegSz, "x"s), result::InvalidParameter);
     EXPECT_EQ(registry->SetValue(key, std::string(20'000, 'n'), RegSz, "x"s), result::InvalidParameter);
+    EXPECT_EQ(registry->SetValue(key, "a b", RegSz, "x"s), result::Success)
+        << "a blank is no control character";
 }
 
 TEST_F(RegistryTest, FindsNothingWithoutAFile) {
