@@ -15,7 +15,7 @@ packages=(g++ cmake ninja-build pkg-config libxml2-dev libicu-dev libcups2-dev l
           binutils-mingw-w64-x86-64 libgtest-dev libgmock-dev)
 case "${1:-}" in
   build) ;;
-  test)  packages+=(clang-format cups-daemon xvfb xauth fonts-dejavu-core libxcb1-dev) ;;
+  test)  packages+=(clang-format locales cups-daemon xvfb xauth fonts-dejavu-core libxcb1-dev) ;;
   bench) packages+=(libbenchmark-dev libglib2.0-dev libkf5config-dev) ;;
   *)     say "expected build, test or bench, found \"${1:-}\""; exit 2 ;;
 esac
