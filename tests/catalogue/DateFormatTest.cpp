@@ -37,6 +37,17 @@ struct Case {
 
 class DatePictures : public testing::TestWithParam<Case> {};
 
+TEST(DateFormat, WritesEveryEnglishName) {
+    std::string months, days;
+    for (int month = 1; month <= 12; ++month)
+        months += Formatted("mmmm mmm ", {2024, month, 1, 0, 0, 0});
+    for (int day = 1; day <= 7; ++day) // from a Sunday
+        days += Formatted("dddd ddd ", {2024, 9, day, 0, 0, 0});
+    EXPECT_EQ(months, "January Jan February Feb March Mar April Apr May May June Jun July Jul August Aug "
+                      "September Sep October Oct November Nov December Dec ");
+    EXPECT_EQ(days, "Sunday Sun Monday Mon Tuesday Tue Wednesday Wed Thursday Thu Friday Fri Saturday Sat ");
+}
+
 TEST(DateFormat, WritesTheDayOfTheYearWithoutZeros) {
     EXPECT_EQ(Formatted("y", {2024, 1, 5, 0, 0, 0}), "5");
 }

@@ -39,7 +39,10 @@ TEST_F(RequestDispatch, SetsThePointerBackWhenTheReportCannotBeSent) {
 
 TEST_F(RequestDispatch, RefusesWhatIsNoMessage) {
     EXPECT_EQ(tool->ReceiveMessage(nullptr), "");
-    EXPECT_EQ(ClaimReport("IMessageListener_ReceiveMessage").number, base::errors::ObjectNotSet);
+    const Report report = ClaimReport("IMessageListener_ReceiveMessage");
+    EXPECT_EQ(report.number, base::errors::ObjectNotSet);
+    EXPECT_EQ(report.source, report.procedure);
+    EXPECT_EQ(report.description, "there is no message");
     ExpectStillAnswering();
 }
 

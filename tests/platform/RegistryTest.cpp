@@ -132,7 +132,9 @@ TEST_F(RegistryTest, KnowsOnlyOpenKeys) {
 TEST_F(RegistryTest, RefusesNamesThatTheFileCannotHold) {
     const RegistryKey key = Opened(KeySetValue);
     EXPECT_EQ(registry->SetValue(key, "a\nb", RegSz, "x"s), result::InvalidParameter);
-    EXPECT_EQ(registry->SetValue(key, std::string(20'000, 'n'), RegSz, "x"s), result::InvalidParameter);
+    constexpr std::size_t longest = 16'383;
+    EXPECT_EQ(registry->SetValue(key, std::string(longest + 1, 'n'), RegSz, "x"s), result::InvalidParameter);
+    EXPECT_EQ(registry->SetValue(key, std::string(longest, 'n'), RegSz, "x"s), result::Success);
     EXPECT_EQ(registry->SetValue(key, "a b", RegSz, "x"s), result::Success)
         << "a blank is no control character";
 }
