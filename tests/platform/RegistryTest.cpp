@@ -139,6 +139,15 @@ TEST_F(RegistryTest, RefusesNamesThatTheFileCannotHold) {
         << "a blank is no control character";
 }
 
+TEST_F(RegistryTest, RefusesToWriteWhereTheInstallationIsGone) {
+    const RegistryKey key = Opened(KeySetValue);
+    const std::filesystem::path elsewhere = folder.Path().string() + "-elsewhere";
+    std::filesystem::rename(folder.Path(), elsewhere);
+    EXPECT_EQ(registry->SetValue(key, "v", RegSz, "x"s), result::AccessDenied);
+    std::filesystem::rename(elsewhere, folder.Path());
+    EXPECT_EQ(registry->SetValue(key, "v", RegSz, "x"s), result::Success);
+}
+
 TEST_F(RegistryTest, FindsNothingWithoutAFile) {
     std::filesystem::remove(folder / "registry.reg");
     RegistryKey key = 0;
