@@ -81,7 +81,8 @@ TEST_F(modRegistryTest, FailsToReadFromAKeyThatIsMissing) {
     EXPECT_EQ(refusal.number, ErrorBase + 2001);
     EXPECT_EQ(refusal.source, "ArvonU110.getRegistryStringValue");
     EXPECT_NE(refusal.description.find("HKEY_LOCAL_MACHINE\\SOFTWARE\\None\\"), std::string::npos);
-    EXPECT_NE(refusal.description.find(": it does not exist (result 2)"), std::string::npos) << refusal.description;
+    EXPECT_NE(refusal.description.find(": it does not exist (result 2)"), std::string::npos)
+        << refusal.description;
 }
 
 TEST_F(modRegistryTest, StoresTextWithoutItsNul) {
