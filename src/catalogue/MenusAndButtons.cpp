@@ -58,13 +58,11 @@ template <class Finish> void ToolMain::PlaceButton(std::size_t position, const S
     arvon::IButtons& buttons = m_oFramework->Buttons();
     const std::shared_ptr<arvon::IButton> button = buttons.Add(position, shown.sKey, style);
     m_aShownButtons.push_back(shown);
-    const std::exception_ptr failure = Caught([&] { finish(*button); });
-    if (!failure) return;
-    Skipping([&] {
+    const auto takeAway = [&] {
         buttons.Remove(shown.sKey);
         std::erase_if(m_aShownButtons, [&](const ShownButton& other) { return other.sKey == shown.sKey; });
-    });
-    std::rethrow_exception(failure);
+    };
+    FinishOrTakeAway([&] { finish(*button); }, takeAway);
 }
 
 // True when there is a button more.
@@ -176,10 +174,9 @@ void ToolMain::BuildContextMenu() {
         item->SetEnabled(true);
         return item;
     };
-    const std::exception_ptr failure = Caught([&] { add(add(items, contextTaskItem)->Items(), launchItem); });
-    if (!failure) return;
-    Skipping([&] { items.Remove(contextTaskItem.key); }); // half a menu is none
-    std::rethrow_exception(failure);
+    // half a menu is none
+    FinishOrTakeAway([&] { add(add(items, contextTaskItem)->Items(), launchItem); },
+                     [&] { items.Remove(contextTaskItem.key); });
 }
 
 } // namespace kvtm

@@ -216,6 +216,14 @@ private:
     template <class Step> static bool Skipping(Step&& step) noexcept {
         return !Caught(std::forward<Step>(step));
     }
+    /// Runs the steps that finish what was just added to the host. Where one fails, it is taken away again
+    /// (or left, where the host refuses that too) and the failure thrown on.
+    template <class Steps, class TakeAway> static void FinishOrTakeAway(Steps&& steps, TakeAway&& takeAway) {
+        const std::exception_ptr failure = Caught(std::forward<Steps>(steps));
+        if (!failure) return;
+        Skipping(std::forward<TakeAway>(takeAway));
+        std::rethrow_exception(failure);
+    }
     /// Throws ObjectNotSet for an empty reference; `missing` is the description.
     template <class Reference>
     void RequireObject(const Reference& reference, std::string_view sProc, const char* missing) const {
