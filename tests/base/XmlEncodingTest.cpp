@@ -3,8 +3,7 @@
 #include "base/Text.h"
 #include "base/TextConverter.h"
 #include "base/XmlDocument.h"
-#include "tests/base/RefusalOf.h"
-#include "tests/support/TestFolder.h"
+#include "tests/base/XmlFileFixture.h"
 
 #include <string>
 #include <utility>
@@ -43,19 +42,7 @@ std::string Declared(const std::string& encoding, std::string_view content) {
     return Encoded(declaration + std::string(content), encoding);
 }
 
-class EncodedXmlFile : public testing::Test {
-protected:
-    std::string TextOf(std::string_view bytes) {
-        XmlDocument document;
-        document.LoadFile(folder.Write("file.xml", bytes));
-        return document.Root().Text();
-    }
-    Refusal RefusalOfBytes(std::string_view bytes) {
-        return RefusalOf([&] { TextOf(bytes); });
-    }
-
-    TestFolder folder;
-};
+class EncodedXmlFile : public XmlFileFixture {};
 
 TEST_F(EncodedXmlFile, IsReadInUtf8) {
     EXPECT_EQ(TextOf("<a>é€😀</a>"), "é€😀");

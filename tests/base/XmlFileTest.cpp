@@ -1,7 +1,6 @@
 #include "base/XmlDocument.h"
-#include "tests/base/RefusalOf.h"
+#include "tests/base/XmlFileFixture.h"
 #include "tests/support/OrdinaryUser.h"
-#include "tests/support/TestFolder.h"
 
 #include <string>
 
@@ -10,19 +9,7 @@ namespace {
 using base::XmlDocument;
 using namespace std::string_literals;
 
-class XmlFile : public testing::Test {
-protected:
-    std::string TextOf(std::string_view bytes) {
-        XmlDocument document;
-        document.LoadFile(folder.Write("file.xml", bytes));
-        return document.Root().Text();
-    }
-    Refusal RefusalOfBytes(std::string_view bytes) {
-        return RefusalOf([&] { TextOf(bytes); });
-    }
-
-    TestFolder folder;
-};
+class XmlFile : public XmlFileFixture {};
 
 TEST_F(XmlFile, IsRefusedWithItsNameAndPlace) {
     const auto file = folder.Write("OPTIONS.XML", "<Options>\n  <Tool>\n</Options>");
